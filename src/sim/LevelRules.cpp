@@ -1,0 +1,99 @@
+#include "sim/LevelRules.h"
+
+#include "sim/Arithmetic.h"
+#include "sim/LevelGeneration.h"
+#include "sim/Simulation.h"
+#include "sim/Virus.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace Wirefall {
+
+namespace {
+
+constexpr std::int32_t LevelClearScore = 100;
+constexpr std::int32_t TargetRise = 10;
+
+// What each level multiplies a setting with, and how low it can get.
+struct RampRow {
+    std::int32_t RunState::*Field;
+    float Factor;
+    std::int32_t Floor;
+};
+
+constexpr std::array<RampRow, 4> Ramp = {{
+    {&RunState::SpawnIntervalTicks, 0.95F, 5},
+    {&RunState::VirusSpreadIntervalTicks, 0.95F, 3},
+    {&RunState::PacketGraceTicks, 0.92F, 8},
+    {&RunState::VirusGraceTicks, 0.95F, 16},
+}};
+
+constexpr float InfectionWarning = 0.18F;
+constexpr float InfectionDanger = 0.34F;
+constexpr float FailureDanger = 0.45F;
+
+std::uint8_t DangerLevelOf(const RunSnapshot& snapshot) {
+    if (snapshot.GameOver) {
+        return 3;
+    }
+    if (snapshot.InfectionRatio >= InfectionDanger || snapshot.FailureRatio >= FailureDanger) {
+        return 2;
+    }
+    return snapshot.InfectionRatio >= InfectionWarning ? 1 : 0;
+}
+
+float FailureRatioOf(const RunState& run) {
+    if (run.FailureThreshold < 1) {
+        return 0.0F;
+    }
+    const auto strikes = static_cast<float>(WideSum(run.CorruptedPackets, run.LostPackets));
+    return std::clamp(strikes / static_cast<float>(run.FailureThreshold), 0.0F, 1.0F);
+}
+
+} // namespace
+
+float FailureRatio() { return FailureRatioOf(LiveRun()); }
+
+RunSnapshot BuildRunSnapshot() {
+    const RunState& run = LiveRun();
+    RunSnapshot snapshot;
+    snapshot.TotalScore = run.TotalScore;
+    snapshot.Level = run.Level;
+    snapshot.LevelTargetPackets = run.LevelTargetPackets;
+    snapshot.FailureThreshold = run.FailureThreshold;
+    snapshot.LostPackets = run.LostPackets;
+    snapshot.CorruptedPackets = run.CorruptedPackets;
+    snapshot.DeliveredPackets = run.DeliveredPackets;
+    snapshot.InfectionRatio = InfectionRatio(run);
+    snapshot.FailureRatio = FailureRatioOf(run);
+    snapshot.GameOver = run.GameOver;
+    snapshot.DangerLevel = DangerLevelOf(snapshot);
+    return snapshot;
+}
+
+bool IsLevelComplete() {
+    const RunState& run = LiveRun();
+    return !run.GameOver && run.DeliveredPackets >= run.LevelTargetPackets;
+}
+
+void AdvanceLevel() {
+    if (!IsLevelComplete()) {
+        return;
+    }
+    Simulation& simulation = LiveSimulation();
+    RunState& run = simulation.Run;
+    run.LevelTargetPackets = WrappingAdd(run.LevelTargetPackets, TargetRise);
+    run.TotalScore = WrappingAdd(run.TotalScore, LevelClearScore);
+    run.Level = WrappingAdd(run.Level, 1);
+    for (const RampRow& row : Ramp) {
+        const float scaled = std::floor(static_cast<float>(run.*row.Field) * row.Factor);
+        run.*row.Field = std::max(static_cast<std::int32_t>(scaled), row.Floor);
+    }
+    GenerateLevel(run);
+    ++simulation.Revision;
+    simulation.AccumulatorMs = 0;
+}
+
+} // namespace Wirefall

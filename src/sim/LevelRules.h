@@ -1,0 +1,42 @@
+#pragma once
+
+// The rules of a run above the single packet: when a level is done, what the next one is like, how
+// near the run is to failing, and the status record that everything outside the simulation reads.
+
+#include "sim/RunState.h"
+
+#include <cstdint>
+
+namespace Wirefall {
+
+/// What the outside world needs to know of the run, at one moment.
+struct RunSnapshot {
+    std::int32_t TotalScore = 0;
+    std::int32_t Level = 1;
+    std::int32_t LevelTargetPackets = 0;
+    std::int32_t FailureThreshold = 0;
+    std::int32_t LostPackets = 0;
+    std::int32_t CorruptedPackets = 0;
+    std::int32_t DeliveredPackets = 0;
+    float InfectionRatio = 0.0F; ///< Share of the live tiles infected, 0 to 1.
+    float FailureRatio = 0.0F;   ///< How far the run is toward failure, 0 to 1.
+    bool GameOver = false;
+    std::uint8_t DangerLevel = 0; ///< 0 calm, 1 infection, 2 danger, 3 over.
+
+    bool operator==(const RunSnapshot&) const = default;
+};
+
+/// (Lost + corrupted) / FailureThreshold of the live run, limited to 0 to 1; 0 for a threshold
+/// below 1.
+float FailureRatio();
+
+RunSnapshot BuildRunSnapshot();
+
+/// Whether the live run has reached its level's target. False after game over.
+bool IsLevelComplete();
+
+/// Takes a live run whose level is complete to the next level: bonus, harder settings, a fresh
+/// board. Does nothing to any other run.
+void AdvanceLevel();
+
+} // namespace Wirefall
