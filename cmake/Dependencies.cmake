@@ -10,3 +10,11 @@ endif()
 if(WIREFALL_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
 endif()
+
+# SDL exports its headers as ordinary ones; here they are the system's, whose inline functions and
+# macros need not pass our warnings.
+foreach(target IN ITEMS SDL3::Headers SDL3_mixer::Headers)
+  if(TARGET ${target})
+    set_target_properties(${target} PROPERTIES SYSTEM ON)
+  endif()
+endforeach()

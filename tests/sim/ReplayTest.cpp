@@ -1,0 +1,145 @@
+// Long scripted games. Their checksums hold the whole of the simulation on every compiler and
+// platform: a rule that changes in any detail, or arithmetic that differs anywhere, shows here.
+
+#include "sim/LevelGeneration.h"
+#include "sim/LevelRules.h"
+#include "sim/PacketTick.h"
+#include "sim/RunCommands.h"
+#include "sim/Simulation.h"
+#include "support/BoardDrawing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace Wirefall {
+namespace {
+
+// FNV-1a over the fields, each as a 64-bit number.
+class Checksum {
+public:
+    template <typename Number>
+    void Add(Number number) {
+        auto value = static_cast<std::uint64_t>(number);
+        for (int byte = 0; byte < 8; ++byte, value >>= 8) {
+            Hash = (Hash ^ (value & 0xff)) * 0x100000001b3;
+        }
+    }
+    std::uint64_t Value() const { return Hash; }
+
+private:
+    std::uint64_t Hash = 0xcbf29ce484222325;
+};
+
+std::uint64_t ChecksumOf(const RunState& run) {
+    Checksum sum;
+    for (const Tile& tile : run.Tiles) {
+        sum.Add(tile.Type);
+        sum.Add(tile.Connections);
+        sum.Add(tile.VirusInfected);
+        sum.Add(tile.Consumed);
+    }
+    for (const Packet& packet : run.Packets) {
+        sum.Add(packet.X);
+        sum.Add(packet.Y);
+        sum.Add(packet.Dir);
+        sum.Add(packet.Corrupted);
+        sum.Add(packet.DelayTicks);
+    }
+    for (const TileType tile : run.TileQueue) {
+        sum.Add(tile);
+    }
+    for (const std::int32_t number :
+         {run.CursorX, run.CursorY, run.PreviewRotation, run.Level, run.TotalScore,
+          run.LevelTargetPackets, run.SpawnIntervalTicks, run.VirusSpreadIntervalTicks,
+          run.PacketGraceRemaining, run.VirusGraceRemaining, run.LostPackets, run.CorruptedPackets,
+          run.DeliveredPackets}) {
+        sum.Add(number);
+    }
+    sum.Add(run.Tick);
+    sum.Add(run.NextSpawnTick);
+    sum.Add(run.VirusActiveTicks);
+    sum.Add(run.GameOver);
+    sum.Add(run.RandomEngine.Position);
+    sum.Add(run.RandomEngine.Words[run.RandomEngine.Position % MersenneTwister::WordCount]);
+    return sum.Value();
+}
+
+// Plays with keys drawn from an engine of its own. Levels are finished by decree from time to time,
+// because random keys would not get that far, and a run that is over starts anew.
+std::uint64_t PlayRandomly(std::uint32_t seed, int frames) {
+    constexpr std::array<std::uint32_t, 8> Keys = {82, 81, 80, 79, 20, 8, 44, 44};
+    MersenneTwister player;
+    SeedEngine(player, seed);
+    Checksum sum;
+    ResetRun();
+    LiveRun().FailureThreshold = 60;
+    for (int frame = 0; frame < frames; ++frame) {
+        if (UniformDraw(player, 0, 2) == 0) {
+            ApplyRunCommand(Keys.at(UniformDraw(player, 0, 7)));
+        }
+        SetFastForward(UniformDraw(player, 0, 9) == 0);
+        AdvanceSimulation(UniformDraw(player, 0, 60));
+        if (frame % 700 == 699) {
+            LiveRun().DeliveredPackets = LiveRun().LevelTargetPackets;
+        }
+        if (IsLevelComplete()) {
+            AdvanceLevel();
+        } else if (LiveRun().GameOver) {
+            ResetRun();
+            LiveRun().FailureThreshold = 60;
+        }
+        sum.Add(ChecksumOf(LiveRun()));
+    }
+    return sum.Value();
+}
+
+TEST(Replay, RandomGamesEndInTheRecordedState) {
+    EXPECT_EQ(PlayRandomly(1, 20000), 5106020207798971394U);
+    EXPECT_EQ(PlayRandomly(2, 20000), 16128198907810536346U);
+    EXPECT_EQ(PlayRandomly(3, 20000), 11224096048546777935U);
+}
+
+TEST(Replay, TheSameGameTwiceIsTheSameGame) {
+    EXPECT_EQ(PlayRandomly(4, 5000), PlayRandomly(4, 5000));
+    EXPECT_NE(PlayRandomly(4, 5000), PlayRandomly(5, 5000));
+}
+
+// Whatever happens to it, a packet is in flight, delivered or lost.
+TEST(Replay, NoPacketIsEverUnaccountedFor) {
+    for (std::uint32_t seed = 0; seed < 30; ++seed) {
+        RunState run;
+        run.Level = 8;
+        run.SpawnIntervalTicks = 2;
+        run.PacketGraceTicks = 0;
+        run.VirusGraceTicks = 0;
+        run.FailureThreshold = 1000000;
+        run.LevelTargetPackets = 1000000;
+        SeedEngine(run.RandomEngine, seed);
+        GenerateLevel(run);
+        Testing::InstallLiveRun(run);
+        MersenneTwister player;
+        SeedEngine(player, seed);
+        std::int32_t spawned = 0;
+        for (int tick = 0; tick < 2000; ++tick) {
+            ApplyRunCommand(
+                std::array<std::uint32_t, 4>{44, 79, 82, 8}.at(UniformDraw(player, 0, 3)));
+            const std::uint64_t due = LiveRun().NextSpawnTick;
+            AdvanceSimulation(125);
+            spawned += LiveRun().NextSpawnTick != due ? 1 : 0;
+            const RunState& now = LiveRun();
+            ASSERT_EQ(static_cast<std::int32_t>(now.Packets.size()) + now.DeliveredPackets +
+                          now.LostPackets,
+                      spawned);
+            ASSERT_EQ(now.TotalScore,
+                      10 * now.DeliveredPackets - 5 * now.LostPackets - 10 * now.CorruptedPackets);
+            const auto corrupted = std::count_if(now.Packets.begin(), now.Packets.end(),
+                                                 [](const Packet& p) { return p.Corrupted; });
+            ASSERT_LE(corrupted, now.CorruptedPackets);
+        }
+    }
+}
+
+} // namespace
+} // namespace Wirefall
