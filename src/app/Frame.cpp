@@ -1,0 +1,161 @@
+#include "app/Game.h"
+#include "app/InputPump.h"
+#include "app/ScreenFlow.h"
+#include "app/WindowTitle.h"
+#include "audio/SoundQueue.h"
+#include "base/Clock.h"
+#include "display/LogicalCanvas.h"
+#include "input/InputSampling.h"
+#include "persist/Options.h"
+#include "persist/SaveState.h"
+#include "sim/PacketTick.h"
+#include "sim/Simulation.h"
+#include "ui/BoardScreen.h"
+#include "ui/CommandHints.h"
+#include "ui/HudHints.h"
+#include "ui/MainMenu.h"
+#include "ui/Metrics.h"
+#include "ui/Primitives.h"
+
+#include <SDL3/SDL_timer.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace Wirefall {
+
+namespace {
+
+constexpr float MaxFrameSeconds = 0.033F;
+constexpr float SaveDelayAfterChange = 0.8F;
+constexpr std::uint64_t MinFrameMs = 8;
+
+constexpr float CreditsSpeed = 42.0F; // Logical pixels a second.
+
+void RollCredits(Game& game, float dt) {
+    GameApp& app = game.App;
+    app.CreditsScroll += CreditsSpeed * dt;
+    const UiMetrics metrics = MeasureUiMetrics(game.Renderer, LogicalWidth, LogicalHeight);
+    const auto scale = static_cast<float>(std::max(2, metrics.MenuItemScale));
+    if (app.CreditsScroll > 8.0F * scale + 930.0F) {
+        app.CreditsScroll = 0.0F;
+        app.Screen = AppScreen::MainMenu;
+    }
+}
+
+void PlayFrame(GameApp& app, std::uint64_t deltaMs) {
+    AdvanceSimulation(deltaMs);
+    const RunSnapshot snapshot = BuildRunSnapshot();
+    if (app.PreviousSnapshotValid) {
+        DetectGameSounds(app, snapshot);
+    }
+    app.PreviousSnapshot = snapshot;
+    app.PreviousSnapshotValid = true;
+    CheckGameOverTransition(app);
+    CheckLevelCompleteTransition(app);
+}
+
+void DrawPlaying(const Game& game) {
+    const CommandHints hints = BuildCommandHints(game.App, game.Controllers);
+    StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
+    DrawBoardScreen(game.Renderer, LogicalWidth, LogicalHeight);
+}
+
+void DrawMenu(const Game& game) { DrawMainMenu(game.Renderer, game.App); }
+
+void DrawNothing(const Game& /*game*/) {}
+
+using ScreenDrawer = void (*)(const Game& game);
+
+// By AppScreen.
+constexpr std::array<ScreenDrawer, 8> ScreenDrawers = {
+    DrawMenu,    DrawNothing, DrawNothing, DrawPlaying,
+    DrawNothing, DrawNothing, DrawNothing, DrawNothing,
+};
+
+// How far a fade that began at `start` has come by `now`, 0 to 1.
+float FadeProgress(std::uint64_t now, std::uint64_t start) {
+    return std::min(static_cast<float>(now - start) / static_cast<float>(FadeMs), 1.0F);
+}
+
+// Draws the fades over the screen. Returns whether the quit fade has come to its end.
+bool DrawFades(Game& game, std::uint64_t now) {
+    GameApp& app = game.App;
+    float black = 0.0F;
+    if (app.FadeInActive) {
+        const float progress = FadeProgress(now, app.FadeInStartTicks);
+        black = std::max(1.0F - progress, 0.0F);
+        app.FadeInActive = progress < 1.0F;
+    }
+    float quitProgress = 0.0F;
+    if (app.QuitRequested) {
+        quitProgress = FadeProgress(now, app.FadeOutStartTicks);
+        black = std::max(quitProgress, black);
+    }
+    if (black > 0.0F) {
+        const auto alpha = static_cast<std::uint8_t>(std::lroundf(std::min(black, 1.0F) * 255.0F));
+        FillRect(game.Renderer, 0.0F, 0.0F, static_cast<float>(LogicalWidth),
+                 static_cast<float>(LogicalHeight), PackColor(0, 0, 0, alpha));
+    }
+    return quitProgress >= 1.0F;
+}
+
+// Without vertical sync the frames are kept apart by hand.
+void PaceFrame(bool vsyncActive, std::uint64_t frameStart) {
+    if (vsyncActive) {
+        return;
+    }
+    const std::uint64_t elapsed = ClockMs() - frameStart;
+    if (elapsed < MinFrameMs) {
+        SDL_Delay(static_cast<Uint32>(MinFrameMs - elapsed));
+    }
+}
+
+} // namespace
+
+void RunFrame(Game& game) {
+    GameApp& app = game.App;
+    const std::uint64_t frameStart = ClockMs();
+    CheckGameOverTransition(app);
+    CheckLevelCompleteTransition(app);
+    PollInput(app, game.Controllers, game.Window, game.Renderer);
+    SetFastForward(SampleFastForward(app, game.Controllers));
+    SaveOptionsIfDirty(app);
+
+    const std::uint64_t now = ClockMs();
+    if (app.ResetFrameClock) {
+        app.ResetFrameClock = false;
+        game.PreviousTicks = now;
+    }
+    const std::uint64_t deltaMs = now - game.PreviousTicks;
+    const float dt = std::min(static_cast<float>(deltaMs) / 1000.0F, MaxFrameSeconds);
+    if (app.Screen == AppScreen::Playing) {
+        PlayFrame(app, deltaMs);
+    } else if (app.Screen == AppScreen::Credits) {
+        RollCredits(game, dt);
+    }
+    if (GetRevision() != app.LastSavedRevision) {
+        app.LastSavedRevision = GetRevision();
+        app.HasSavedRun = true;
+        RequestSave(app, SaveDelayAfterChange);
+    }
+    SaveTick(app, dt);
+    UpdateMusic(app, game.Music);
+    DrainSoundQueue(app, game.Music);
+
+    SetDrawColor(game.Renderer, PackColor(0, 0, 0, 255));
+    SDL_RenderClear(game.Renderer);
+    ScreenDrawers[static_cast<std::size_t>(app.Screen)](game);
+    const bool quitDone = DrawFades(game, now);
+    SDL_SetWindowTitle(game.Window, WindowTitle);
+    SDL_RenderPresent(game.Renderer);
+    if (quitDone) {
+        app.Running = false;
+    }
+    PaceFrame(app.VSyncActive, frameStart);
+    game.PreviousTicks = now;
+}
+
+} // namespace Wirefall
