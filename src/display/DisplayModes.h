@@ -1,0 +1,59 @@
+#pragma once
+
+// What the player can choose from: the resolutions and refresh rates that the display offers, in
+// the aspect mode of the options, with built-in tables for a display that offers nothing usable.
+// The lists are rebuilt when the options change; the choice is then found again in the new list.
+
+#include "display/DisplayTypes.h"
+
+#include <SDL3/SDL_video.h>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace Wirefall {
+
+struct GameApp;
+
+/// The resolutions that serve while the display's are not known, ascending by width, then height.
+std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode);
+
+/// The chosen resolution: that at ResolutionIndex, clamped into Resolutions, or into the built-in
+/// table while that list is empty.
+Resolution CurrentResolution(const GameApp& app);
+
+/// Where the pair stands in Resolutions, or in the built-in table while that list is empty. When it
+/// is not there, or is not a size at all, `fallback` clamped into the list.
+std::int32_t FindResolutionIndex(const GameApp& app, std::int32_t width, std::int32_t height,
+                                 std::int32_t fallback);
+
+/// The modes of a display, each once, in the order of the list. Skips null entries and those
+/// without a positive size. A rate that SDL gives as a fraction is rounded from that; one that is
+/// not a positive 32-bit number of Hz becomes 0, unknown.
+std::vector<DisplayMode> CollectDisplayModes(std::span<const SDL_DisplayMode* const> modes);
+
+/// The resolutions among `modes` that the aspect mode allows and that are wide enough to play on,
+/// or the built-in table when there are none. Each once, ascending by width, then height.
+std::vector<Resolution> SelectResolutions(std::span<const DisplayMode> modes,
+                                          AspectMode aspectMode);
+
+/// The rates above 0 that `modes` has for the resolution, each once and ascending, after a leading
+/// 0 for automatic.
+std::vector<std::int32_t> SelectRefreshRates(std::span<const DisplayMode> modes,
+                                             const Resolution& resolution);
+
+/// Asks the display that the window is on, or the first one for a null window, and rebuilds
+/// DisplayModes, Resolutions and RefreshRates. The chosen resolution stays chosen if the new list
+/// has it; otherwise the smallest is. Without a display the built-in resolutions are offered.
+void RefreshDisplayModes(GameApp& app, SDL_Window* window);
+
+/// Rebuilds RefreshRates for the chosen resolution, and sets RefreshRate to automatic unless it is
+/// in the new list. In a window only automatic is.
+void RefreshRefreshRates(GameApp& app);
+
+/// Chooses the desktop's own resolution and shape, as a first start does. Changes nothing when
+/// there is no display or its desktop is too small to play on.
+void AdoptDesktopMode(GameApp& app);
+
+} // namespace Wirefall
