@@ -44,35 +44,29 @@ void SpawnPacket(RunState& run) {
 // again by the very packet that used it up.
 void UseAntivirus(RunState& run, Tile& tile, std::int32_t x, std::int32_t y) {
     tile.VirusInfected = false;
-    for (const Direction d : ScanOrder) {
-        if (CanExit(run, tile, x, y, d)) {
-            Tile& neighbour = TileAt(run, x + DirectionDx(d), y + DirectionDy(d));
-            if (neighbour.Type != TileType::Firewall) {
-                neighbour.VirusInfected = false;
-            }
+    VisitConnected(run, x, y, [](Tile& neighbour) {
+        if (neighbour.Type != TileType::Firewall) {
+            neighbour.VirusInfected = false;
         }
-    }
+    });
     tile.Consumed = true;
     tile.Type = PlainTypeForMask(tile.Connections);
 }
 
-// Settles by which exit the packet leaves the tile that it has just entered. False when there is
-// none.
+// Settles by which exit the packet leaves the tile that it has just entered: straight on if that
+// leads anywhere, else to the right, else to the left, else back. False when there is no way.
 bool RoutePacket(const RunState& run, const Tile& tile, Packet& packet) {
     if (HasAllExits(tile.Connections)) {
         return true;
     }
-    const std::array<Direction, 4> choices = {packet.Dir, RightTurn(packet.Dir),
-                                              LeftTurn(packet.Dir), OppositeDirection(packet.Dir)};
-    const auto* const found =
-        std::find_if(choices.begin(), choices.end(), [&run, &tile, &packet](Direction d) {
-            return CanExit(run, tile, packet.X, packet.Y, d);
-        });
-    if (found == choices.end()) {
-        return false;
+    for (const Direction choice :
+         {packet.Dir, RightTurn(packet.Dir), LeftTurn(packet.Dir), OppositeDirection(packet.Dir)}) {
+        if (CanExit(run, tile, packet.X, packet.Y, choice)) {
+            packet.Dir = choice;
+            return true;
+        }
     }
-    packet.Dir = *found;
-    return true;
+    return false;
 }
 
 // Takes the packet one cell further. False when it has left the board, as lost or as delivered; it
@@ -140,12 +134,18 @@ void KeepPackets(std::vector<Packet>& packets, Keep keep) {
 // and the last one of all on any other.
 void CollidePackets(RunState& run, TickScratch& scratch) {
     scratch.CellCounts.assign(run.Tiles.size(), TickScratch::CellCount{});
+    bool allAlone = true;
     for (const Packet& packet : run.Packets) {
-        if (InBounds(run, packet.X, packet.Y)) {
-            TickScratch::CellCount& count = scratch.CellCounts[TileIndex(run, packet.X, packet.Y)];
-            ++count.Total;
-            ++(IsVertical(packet.Dir) ? count.Vertical : count.Horizontal);
+        if (!InBounds(run, packet.X, packet.Y)) {
+            allAlone = false;
+            continue;
         }
+        TickScratch::CellCount& count = scratch.CellCounts[TileIndex(run, packet.X, packet.Y)];
+        ++(IsVertical(packet.Dir) ? count.Vertical : count.Horizontal);
+        allAlone = ++count.Total == 1 && allAlone;
+    }
+    if (allAlone) {
+        return;
     }
     KeepPackets(run.Packets, [&run, &scratch](const Packet& packet) {
         if (!InBounds(run, packet.X, packet.Y)) {

@@ -2,21 +2,7 @@
 
 #include "sim/LevelGeneration.h"
 
-#include <algorithm>
-
 namespace Wirefall {
-
-const Endpoint* FindEndpoint(const std::vector<Endpoint>& list, std::int32_t x, std::int32_t y) {
-    const auto found = std::find_if(list.begin(), list.end(), [x, y](const Endpoint& endpoint) {
-        return endpoint.X == x && endpoint.Y == y;
-    });
-    return found == list.end() ? nullptr : &*found;
-}
-
-bool IsSinkCell(const RunState& run, std::int32_t x, std::int32_t y) {
-    return InBounds(run, x, y) &&
-           (TileAt(run, x, y).OccupiedBySink || FindEndpoint(run.Sinks, x, y) != nullptr);
-}
 
 bool IsEndpointCell(const RunState& run, std::int32_t x, std::int32_t y) {
     if (InBounds(run, x, y) &&

@@ -101,17 +101,49 @@ inline const Tile& TileAt(const RunState& run, std::int32_t x, std::int32_t y) {
 /// the neighbour is in bounds and has the opposite one. Packets and the virus both go by this.
 inline bool CanExit(const RunState& run, const Tile& tile, std::int32_t x, std::int32_t y,
                     Direction d) {
+    if (!HasExit(tile.Connections, d)) {
+        return false;
+    }
     const std::int32_t nx = WrappingAdd(x, DirectionDx(d));
     const std::int32_t ny = WrappingAdd(y, DirectionDy(d));
-    return HasExit(tile.Connections, d) && InBounds(run, nx, ny) &&
-           HasExit(TileAt(run, nx, ny).Connections, OppositeDirection(d));
+    return InBounds(run, nx, ny) && HasExit(TileAt(run, nx, ny).Connections, OppositeDirection(d));
+}
+
+/// Calls visit(neighbour), in scan order, for each neighbour by whose side CanExit holds for the
+/// cell (x, y), which must be in bounds. `Run` is RunState or const RunState; the neighbour is a
+/// Tile& or a const Tile& accordingly.
+template <typename Run, typename Visit>
+void VisitConnected(Run& run, std::int32_t x, std::int32_t y, Visit visit) {
+    auto* const cell = &TileAt(run, x, y);
+    const ConnectionMask exits = cell->Connections;
+    const auto look = [cell, exits, &visit](Direction d, bool inBounds, std::ptrdiff_t step) {
+        if (HasExit(exits, d) && inBounds &&
+            HasExit(cell[step].Connections, OppositeDirection(d))) {
+            visit(cell[step]);
+        }
+    };
+    look(Direction::Up, y > 0, -std::ptrdiff_t{run.GridWidth});
+    look(Direction::Right, x + 1 < run.GridWidth, 1);
+    look(Direction::Down, y + 1 < run.GridHeight, run.GridWidth);
+    look(Direction::Left, x > 0, -1);
 }
 
 /// The first endpoint of the list at that position, or null.
-const Endpoint* FindEndpoint(const std::vector<Endpoint>& list, std::int32_t x, std::int32_t y);
+inline const Endpoint* FindEndpoint(const std::vector<Endpoint>& list, std::int32_t x,
+                                    std::int32_t y) {
+    for (const Endpoint& endpoint : list) {
+        if (endpoint.X == x && endpoint.Y == y) {
+            return &endpoint;
+        }
+    }
+    return nullptr;
+}
 
 /// Whether the cell is a sink, by its flag or by the list. False out of bounds.
-bool IsSinkCell(const RunState& run, std::int32_t x, std::int32_t y);
+inline bool IsSinkCell(const RunState& run, std::int32_t x, std::int32_t y) {
+    return InBounds(run, x, y) &&
+           (TileAt(run, x, y).OccupiedBySink || FindEndpoint(run.Sinks, x, y) != nullptr);
+}
 
 /// Whether the cell is a source or a sink, by its flags or by the lists. False out of bounds.
 bool IsEndpointCell(const RunState& run, std::int32_t x, std::int32_t y);

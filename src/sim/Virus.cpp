@@ -25,18 +25,14 @@ void StepVirus(RunState& run, TickScratch& scratch) {
     scratch.SpreadTargets.clear();
     for (std::int32_t y = 0; y < run.GridHeight; ++y) {
         for (std::int32_t x = 0; x < run.GridWidth; ++x) {
-            const Tile& tile = TileAt(run, x, y);
-            if (!CarriesVirus(tile)) {
+            if (!CarriesVirus(TileAt(run, x, y))) {
                 continue;
             }
-            for (const Direction d : ScanOrder) {
-                if (CanExit(run, tile, x, y, d)) {
-                    Tile& neighbour = TileAt(run, x + DirectionDx(d), y + DirectionDy(d));
-                    if (CanTakeVirus(neighbour)) {
-                        scratch.SpreadTargets.push_back(&neighbour);
-                    }
+            VisitConnected(run, x, y, [&scratch](Tile& neighbour) {
+                if (CanTakeVirus(neighbour)) {
+                    scratch.SpreadTargets.push_back(&neighbour);
                 }
-            }
+            });
         }
     }
     for (Tile* target : scratch.SpreadTargets) {
