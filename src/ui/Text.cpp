@@ -1,7 +1,6 @@
 #include "ui/Text.h"
 
 #include "ui/Glyphs.h"
-#include "ui/RectBatch.h"
 #include "ui/Utf8.h"
 
 #include <algorithm>
@@ -114,6 +113,11 @@ std::int32_t FitScaleToLength(std::size_t bytes, float maxWidth, std::int32_t wa
 void DrawText(SDL_Renderer* renderer, std::string_view text, float x, float y, std::int32_t scale,
               PackedColor color) {
     static RectBatch batch;
+    AddText(batch, text, x, y, scale);
+    batch.Flush(renderer, color);
+}
+
+void AddText(RectBatch& batch, std::string_view text, float x, float y, std::int32_t scale) {
     const Glyph* const fallback = FindGlyph(U'?');
     if (fallback == nullptr) {
         return;
@@ -129,7 +133,6 @@ void DrawText(SDL_Renderer* renderer, std::string_view text, float x, float y, s
         }
         pen += static_cast<float>(AdvanceOf(codePoint) * scale);
     }
-    batch.Flush(renderer, color);
 }
 
 void DrawTextCentered(SDL_Renderer* renderer, std::string_view text, float centerX, float y,

@@ -9,6 +9,7 @@
 // uses the one it was laid out with.
 
 #include "ui/Color.h"
+#include "ui/RectBatch.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -37,6 +38,9 @@ std::int32_t FitScaleToLength(std::size_t bytes, float maxWidth, std::int32_t wa
 /// font lacks is drawn as "?".
 void DrawText(SDL_Renderer* renderer, std::string_view text, float x, float y, std::int32_t scale,
               PackedColor color);
+
+/// Adds the rectangles of such a text to a batch, for texts of one colour that go together.
+void AddText(RectBatch& batch, std::string_view text, float x, float y, std::int32_t scale);
 
 void DrawTextCentered(SDL_Renderer* renderer, std::string_view text, float centerX, float y,
                       std::int32_t scale, PackedColor color);
