@@ -1,0 +1,230 @@
+#include "ui/BoardScreen.h"
+
+#include "sim/RunState.h"
+#include "sim/Simulation.h"
+#include "ui/BoardLayout.h"
+#include "ui/Hud.h"
+#include "ui/Metrics.h"
+#include "ui/Primitives.h"
+#include "ui/RectBatch.h"
+#include "ui/TileArt.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace Wirefall {
+
+namespace {
+
+constexpr PackedColor CanvasColor = Rgba(0x040a0cff);
+
+// Some lines of the canvas, picked by one step of a linear congruential generator on the line's
+// number, as if an old screen were badly tuned.
+void DrawScanLines(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    constexpr PackedColor rgb = Rgba(0x122a2200);
+    constexpr std::uint32_t faintest = 22;
+    static std::array<RectBatch, 32> batches; // by brightness
+    for (std::int32_t y = 0; y < height; ++y) {
+        const std::uint32_t v = static_cast<std::uint32_t>(y) * 1103515245U + 12345U;
+        if ((v & 3U) == 0) {
+            batches[(v >> 8U) & 31U].Add(0.0F, static_cast<float>(y), static_cast<float>(width),
+                                         1.0F);
+        }
+    }
+    for (std::size_t i = 0; i < batches.size(); ++i) {
+        batches[i].Flush(renderer, WithAlpha(rgb, static_cast<std::uint8_t>(i + faintest)));
+    }
+}
+
+constexpr std::uint32_t GrainHash(std::uint32_t x, std::uint32_t y) {
+    const std::uint32_t v = (x * 73856093U) ^ (y * 19349663U) ^ 0x9e3779b9U;
+    const std::uint32_t a = (v ^ (v >> 15U)) * 0x85ebca6bU;
+    return a ^ (a >> 13U);
+}
+
+// A dot or none in each square of five by five pixels, and if so, on one of four of its pixels. All
+// from a hash of the square's place, so that the grain stands still without being stored.
+void DrawGrain(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    constexpr PackedColor coarseColor = Rgba(0x1840344e);
+    constexpr PackedColor fineColor = Rgba(0x122c2640);
+    constexpr std::uint32_t step = 5;
+    static RectBatch coarse;
+    static RectBatch fine;
+    for (std::uint32_t y = 0; y < static_cast<std::uint32_t>(height); y += step) {
+        for (std::uint32_t x = 0; x < static_cast<std::uint32_t>(width); x += step) {
+            const std::uint32_t h = GrainHash(x, y);
+            if ((h & 11U) == 0) {
+                coarse.Add(static_cast<float>(x + 1U + ((h >> 7U) & 1U)),
+                           static_cast<float>(y + 1U + ((h >> 8U) & 1U)), 1.0F, 1.0F);
+            } else if ((h & 15U) == 7U) {
+                fine.Add(static_cast<float>(x + 1U + ((h >> 9U) & 1U)),
+                         static_cast<float>(y + 1U + ((h >> 10U) & 1U)), 1.0F, 1.0F);
+            }
+        }
+    }
+    coarse.Flush(renderer, coarseColor);
+    fine.Flush(renderer, fineColor);
+}
+
+// Light that comes in from the top and the bottom and fades with the square of the distance.
+void DrawGlow(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    constexpr PackedColor rgb = Rgba(0x10342800);
+    static RectBatch lines;
+    const float depth = std::min(0.22F * static_cast<float>(height), 140.0F);
+    const auto lineCount = static_cast<std::int32_t>(depth);
+    for (std::int32_t i = 0; i < lineCount; ++i) {
+        const float t = static_cast<float>(i) / depth;
+        const float alpha = std::round((1.0F - t) * 40.0F * (1.0F - t));
+        if (alpha > 0.0F) {
+            const auto canvasWidth = static_cast<float>(width);
+            lines.Add(0.0F, static_cast<float>(i), canvasWidth, 1.0F);
+            lines.Add(0.0F, static_cast<float>(height - 1 - i), canvasWidth, 1.0F);
+            lines.Flush(renderer, WithAlpha(rgb, static_cast<std::uint8_t>(alpha)));
+        }
+    }
+}
+
+// Nested frames, each fainter, that darken the rim of the canvas. Their lines cross at the corners,
+// where the shade counts twice.
+void DrawFrameShade(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    constexpr std::int32_t frames = 16;
+    constexpr std::int32_t darkest = 30;
+    for (std::int32_t i = 0; i < frames; ++i) {
+        const std::int32_t w = width - 4 * i;
+        const std::int32_t h = height - 4 * i;
+        if (w <= 0 || h <= 0) {
+            return;
+        }
+        const PackedColor color =
+            WithAlpha(Rgba(0x00000000), static_cast<std::uint8_t>(darkest - i));
+        const auto inset = static_cast<float>(2 * i);
+        const auto innerWidth = static_cast<float>(w);
+        const auto innerHeight = static_cast<float>(h);
+        FillRect(renderer, inset, inset, innerWidth, 1.0F, color);
+        FillRect(renderer, inset, inset + innerHeight - 1.0F, innerWidth, 1.0F, color);
+        FillRect(renderer, inset, inset, 1.0F, innerHeight, color);
+        FillRect(renderer, inset + innerWidth - 1.0F, inset, 1.0F, innerHeight, color);
+    }
+}
+
+void DrawBackground(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    if (width < 1 || height < 1) {
+        return;
+    }
+    FillRect(renderer, 0.0F, 0.0F, static_cast<float>(width), static_cast<float>(height),
+             CanvasColor);
+    DrawScanLines(renderer, width, height);
+    DrawGrain(renderer, width, height);
+    DrawGlow(renderer, width, height);
+    DrawFrameShade(renderer, width, height);
+}
+
+void DrawGridFrame(SDL_Renderer* renderer, const BoardLayout& layout) {
+    constexpr std::int32_t border = 6;
+    const auto x = static_cast<float>(layout.BoardX - border);
+    const auto y = static_cast<float>(layout.BoardY - border);
+    const auto side = static_cast<float>(BoardExtent(layout) + 2 * border);
+    FillOutlinedRect(renderer, x, y, side, side, Palette::PanelBody, Palette::FrameLine);
+    FillRect(renderer, x, y, side, 2.0F, Palette::Accent);
+}
+
+SDL_FRect CellRect(const BoardLayout& layout, std::int32_t x, std::int32_t y) {
+    const auto side = static_cast<float>(layout.CellSize);
+    return {static_cast<float>(layout.BoardX + x * layout.CellSize),
+            static_cast<float>(layout.BoardY + y * layout.CellSize), side, side};
+}
+
+void DrawEndpoint(SDL_Renderer* renderer, const SDL_FRect& cell, const Endpoint* endpoint,
+                  PackedColor color) {
+    if (endpoint != nullptr) {
+        // The bar stands at the board's edge, behind whoever looks inward.
+        DrawEndpointBar(renderer, cell, OppositeDirection(endpoint->Dir), color);
+    }
+}
+
+void DrawCells(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
+    constexpr PackedColor infection = Rgba(0xc0363670);
+    for (std::int32_t y = 0; y < run.GridHeight; ++y) {
+        for (std::int32_t x = 0; x < run.GridWidth; ++x) {
+            const Tile& tile = TileAt(run, x, y);
+            const SDL_FRect cell = CellRect(layout, x, y);
+            FillRect(renderer, cell.x, cell.y, cell.w, cell.h, TileBackgroundColor(tile.Type));
+            DrawEndpoint(renderer, cell, FindEndpoint(run.Sources, x, y), Palette::Cyan);
+            DrawEndpoint(renderer, cell, FindEndpoint(run.Sinks, x, y), Palette::Green);
+            if (tile.VirusInfected) {
+                FillRect(renderer, cell.x, cell.y, cell.w, cell.h, infection);
+            }
+            DrawTile(renderer, tile, cell.x, cell.y, cell.w, cell.h);
+            OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, Palette::FrameLine);
+        }
+    }
+}
+
+void DrawPackets(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
+    constexpr PackedColor corrupted = Rgba(0xf67474ff);
+    constexpr PackedColor rim = Rgba(0x081614e6);
+    const auto cellSize = static_cast<float>(layout.CellSize);
+    const float side = std::max(5.0F, 0.28F * cellSize);
+    const float margin = (cellSize - side) / 2.0F;
+    for (const Packet& packet : run.Packets) {
+        if (InBounds(run, packet.X, packet.Y)) {
+            const SDL_FRect cell = CellRect(layout, packet.X, packet.Y);
+            FillOutlinedRect(renderer, cell.x + margin, cell.y + margin, side, side,
+                             packet.Corrupted ? corrupted : Palette::Cyan, rim);
+        }
+    }
+}
+
+void DrawCursor(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
+    constexpr PackedColor free = Rgba(0xeada96ff);
+    constexpr PackedColor blocked = Rgba(0xe67e66ff);
+    constexpr PackedColor previewShade = Rgba(0x0a181680);
+    if (!InBounds(run, run.CursorX, run.CursorY)) {
+        return;
+    }
+    const bool onEndpoint = IsEndpointCell(run, run.CursorX, run.CursorY);
+    const SDL_FRect cell = CellRect(layout, run.CursorX, run.CursorY);
+    OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, onEndpoint ? blocked : free);
+    if (!onEndpoint && !run.GameOver) {
+        FillRect(renderer, cell.x + 2.0F, cell.y + 2.0F, cell.w - 4.0F, cell.h - 4.0F,
+                 previewShade);
+        DrawTile(renderer, MakeTile(run.TileQueue[0], run.PreviewRotation), cell.x, cell.y, cell.w,
+                 cell.h);
+    }
+}
+
+} // namespace
+
+void DrawBoardScreen(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
+    const RunState& run = LiveRun();
+    if (renderer == nullptr) {
+        return;
+    }
+    const BoardLayout layout = PlaceBoard(width, height);
+    const UiMetrics metrics = MeasureUiMetrics(renderer, width, height);
+    DrawBackground(renderer, width, height);
+    DrawGridFrame(renderer, layout);
+    DrawCells(renderer, run, layout);
+    DrawPackets(renderer, run, layout);
+    DrawCursor(renderer, run, layout);
+    DrawHud(renderer, layout, metrics);
+}
+
+void DrawEndpointBar(SDL_Renderer* renderer, const SDL_FRect& cell, Direction side,
+                     PackedColor color) {
+    const auto& [x, y, w, h] = cell;
+    const float t = std::max(4.0F, 0.16F * std::min(w, h));
+    const std::array<SDL_FRect, 4> bars = {{
+        {x, y, w, t},         // Up
+        {x + w - t, y, t, h}, // Right
+        {x, y + h - t, w, t}, // Down
+        {x, y, t, h},         // Left
+    }};
+    const auto index = static_cast<std::size_t>(side);
+    const SDL_FRect& bar = bars[index < bars.size() ? index : 0];
+    FillRect(renderer, bar.x, bar.y, bar.w, bar.h, color);
+}
+
+} // namespace Wirefall

@@ -1,0 +1,167 @@
+#include "ui/MainMenu.h"
+
+#include "base/BuildInfo.h"
+#include "display/LogicalCanvas.h"
+#include "ui/BinaryRain.h"
+#include "ui/Color.h"
+#include "ui/Glyphs.h"
+#include "ui/Localization.h"
+#include "ui/Metrics.h"
+#include "ui/Primitives.h"
+#include "ui/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace Wirefall {
+
+namespace {
+
+constexpr std::string_view TitleLeft = "WIRE";
+constexpr std::string_view TitleRight = "FALL";
+constexpr PackedColor TitleRightColor = Rgba(0x54e6c3ff);
+
+constexpr float PanelX = 56.0F;
+constexpr float PanelTop = 42.0F;
+constexpr float PanelBottom = 678.0F;
+constexpr std::uint8_t PanelAlpha = 196;
+
+struct MenuEntry {
+    const char* Key;
+    const char* DefaultText;
+};
+
+constexpr std::array<MenuEntry, 6> Entries = {{
+    {"MainMenu.ContinueGame", "CONTINUE GAME"},
+    {"MainMenu.NewGame", "NEW GAME"},
+    {"MainMenu.Options", "OPTIONS"},
+    {"MainMenu.Help", "HELP"},
+    {"MainMenu.Credits", "CREDITS"},
+    {"MainMenu.Quit", "QUIT"},
+}};
+
+std::span<const MenuEntry> EntriesFor(const GameApp& app) {
+    return std::span(Entries).subspan(app.HasSavedRun ? 0 : 1);
+}
+
+const std::string& TextOf(const MenuEntry& entry) {
+    return LocalizedText(entry.Key, entry.DefaultText);
+}
+
+float HeightOf(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
+
+struct MenuLayout {
+    float CenterX = 0.0F;
+    float PanelWidth = 0.0F;
+    std::int32_t TitleScale = 1;
+    std::int32_t VersionScale = 1;
+    float ItemHeight = 0.0F;
+    float ItemPitch = 0.0F;
+    float TitleY = 0.0F;
+    float VersionY = 0.0F;
+    float ItemsY = 0.0F;
+    float FooterY = 0.0F;
+    float FooterHeight = 0.0F;
+};
+
+MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
+    const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
+    constexpr auto height = static_cast<float>(LogicalHeight);
+    constexpr std::size_t titleBytes = TitleLeft.size() + 1 + TitleRight.size();
+
+    MenuLayout menu;
+    menu.CenterX = width / 2.0F;
+    menu.PanelWidth = std::max(120.0F, width - 2.0F * PanelX);
+    menu.TitleScale = FitScaleToLength(titleBytes, std::max(160.0F, menu.PanelWidth - 96.0F),
+                                       metrics.MenuTitleScale);
+    menu.VersionScale = menu.TitleScale > 8 ? menu.TitleScale / 3 : 2;
+    menu.ItemHeight = HeightOf(metrics.MenuItemScale);
+    menu.ItemPitch = menu.ItemHeight + d(4.0F);
+    menu.FooterHeight = HeightOf(metrics.MenuFooterScale);
+
+    const float titleHeight = HeightOf(menu.TitleScale);
+    const float versionHeight = HeightOf(menu.VersionScale);
+    const float listHeight = static_cast<float>(rows - 1) * menu.ItemPitch + menu.ItemHeight;
+    const float content = titleHeight + d(6.0F) + versionHeight + d(28.0F) + listHeight + d(30.0F) +
+                          menu.FooterHeight;
+    menu.TitleY = d(24.0F) + std::max(0.0F, (height - d(24.0F) - d(14.0F) - content) / 2.0F);
+    menu.VersionY = menu.TitleY + titleHeight + d(6.0F);
+    menu.ItemsY = menu.VersionY + versionHeight + d(28.0F);
+    menu.FooterY = menu.ItemsY + listHeight + d(30.0F);
+    return menu;
+}
+
+void DrawMenuPanel(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics& metrics) {
+    const float margin = DensityPx(metrics.Density, 28.0F);
+    const float top = std::max(PanelTop, menu.TitleY - margin);
+    const float bottom = std::min(menu.FooterY + menu.FooterHeight + margin, PanelBottom);
+    DrawPanel(renderer, PanelX, top, menu.PanelWidth, std::max(48.0F, bottom - top),
+              Palette::Accent, PanelAlpha);
+}
+
+// Two words of different colours, centred as one line.
+void DrawTitle(SDL_Renderer* renderer, const MenuLayout& menu) {
+    const auto widthOf = [&](std::string_view text) {
+        return static_cast<float>(TextWidth(text, menu.TitleScale));
+    };
+    const float blank = widthOf(" ");
+    const float left = menu.CenterX - (blank + widthOf(TitleLeft) + widthOf(TitleRight)) / 2.0F;
+    const float right = left + widthOf(TitleLeft) + blank;
+    DrawText(renderer, TitleLeft, left, menu.TitleY, menu.TitleScale, Palette::Green);
+    DrawText(renderer, TitleRight, right, menu.TitleY, menu.TitleScale, TitleRightColor);
+}
+
+void DrawEntries(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics& metrics,
+                 std::span<const MenuEntry> entries, std::int32_t selection) {
+    const std::int32_t scale = metrics.MenuItemScale;
+    const std::int32_t cursorScale = metrics.MenuCursorScale;
+    std::int32_t widest = 0;
+    for (const MenuEntry& entry : entries) {
+        widest = std::max(widest, TextWidth(TextOf(entry), scale));
+    }
+    const float x = menu.CenterX - static_cast<float>(widest) / 2.0F;
+    const auto selected = static_cast<std::size_t>(
+        std::clamp(selection, 0, static_cast<std::int32_t>(entries.size()) - 1));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const float y = menu.ItemsY + static_cast<float>(i) * menu.ItemPitch;
+        if (i == selected) {
+            const float cursorX =
+                x - DensityPx(metrics.Density, 13.0F) - static_cast<float>(5 * cursorScale);
+            const float cursorY = y + (menu.ItemHeight - HeightOf(cursorScale)) / 2.0F;
+            DrawText(renderer, ">", cursorX, cursorY, cursorScale, Palette::BrightText);
+        }
+        DrawText(renderer, TextOf(entries[i]), x, y, scale,
+                 i == selected ? Palette::BrightText : Palette::NormalText);
+    }
+}
+
+void DrawFooter(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics& metrics) {
+    static const std::string footer = std::string("ENTER SELECT") + "   ESC QUIT";
+    DrawTextCentered(renderer, footer, menu.CenterX, menu.FooterY, metrics.MenuFooterScale,
+                     Palette::HintText);
+}
+
+} // namespace
+
+void DrawMainMenu(SDL_Renderer* renderer, const GameApp& app) {
+    static const std::string version = std::string("v") + Version;
+    const auto width = static_cast<float>(LogicalWidth);
+    const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
+    const std::span<const MenuEntry> entries = EntriesFor(app);
+    const MenuLayout menu = PlaceMenu(width, metrics, entries.size());
+
+    DrawBinaryRain(renderer, width, !app.QuitRequested);
+    DrawMenuPanel(renderer, menu, metrics);
+    DrawTitle(renderer, menu);
+    DrawTextCentered(renderer, version, menu.CenterX, menu.VersionY, menu.VersionScale,
+                     Palette::Cyan);
+    DrawEntries(renderer, menu, metrics, entries, app.MenuSelection);
+    DrawFooter(renderer, menu, metrics);
+}
+
+} // namespace Wirefall

@@ -1,0 +1,71 @@
+#include "ui/NoteBox.h"
+
+#include "ui/Glyphs.h"
+#include "ui/Primitives.h"
+#include "ui/RectBatch.h"
+#include "ui/Text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace Wirefall {
+
+namespace {
+
+constexpr PackedColor BoxBody = Rgba(0x081614e4);
+constexpr float BarThickness = 2.0F;
+
+void DrawFrame(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor accent) {
+    constexpr float t = BarThickness;
+    FillRect(renderer, x, y, w, h, BoxBody);
+    FillRect(renderer, x, y, w, t, Palette::FrameLine);
+    FillRect(renderer, x, y + h - t, w, t, Palette::FrameLine);
+    FillRect(renderer, x, y, t, h, Palette::FrameLine);
+    FillRect(renderer, x + w - t, y, t, h, Palette::FrameLine);
+    FillRect(renderer, x, y, w, t, accent);
+}
+
+// A small disc, one row of pixels at a time.
+void DrawBullet(SDL_Renderer* renderer, float x, float middleY, PackedColor color) {
+    constexpr std::int32_t reach = 3;
+    constexpr float radiusSquared = 6.25F;
+    static RectBatch rows;
+    for (std::int32_t i = -reach; i <= reach; ++i) {
+        const auto d = static_cast<float>(i);
+        const float r = std::sqrt(std::max(0.0F, radiusSquared - d * d));
+        rows.Add(x - r, middleY + d, 2.0F * r + 1.0F, 1.0F);
+    }
+    rows.Flush(renderer, color);
+}
+
+} // namespace
+
+void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float h,
+                 std::string_view heading, PackedColor accent,
+                 std::span<const std::string> paragraphs) {
+    const auto d = [&](float k) { return DensityPx(context.Metrics.Density, k); };
+    const float margin = d(16.0F);
+    const float top = d(10.0F);
+    const auto bodyHeight = static_cast<float>(context.BodyScale * GlyphRows);
+    const auto headingHeight = static_cast<float>(context.HeadingScale * GlyphRows);
+
+    DrawFrame(context.Renderer, x, y, w, h, accent);
+    DrawText(context.Renderer, heading, x + margin, y + top, context.HeadingScale,
+             Palette::BrightText);
+
+    const float bulletX = x + margin;
+    const float textX = bulletX + d(16.0F);
+    const float wrapWidth = std::max(40.0F, w - 2.0F * margin - d(18.0F));
+    float lineY = y + top + headingHeight + d(8.0F);
+    for (const std::string& paragraph : paragraphs) {
+        const std::vector<std::string> lines = WrapWords(context.BodyScale, paragraph, wrapWidth);
+        DrawBullet(context.Renderer, bulletX + d(4.0F), lineY + bodyHeight / 2.0F, accent);
+        for (const std::string& line : lines) {
+            DrawText(context.Renderer, line, textX, lineY, context.BodyScale, Palette::NormalText);
+            lineY += context.LinePitch;
+        }
+    }
+}
+
+} // namespace Wirefall

@@ -1,0 +1,31 @@
+#pragma once
+
+// A framed block of text with a heading and a bullet before each paragraph.
+
+#include "ui/Color.h"
+#include "ui/Metrics.h"
+
+#include <SDL3/SDL_render.h>
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace Wirefall {
+
+/// What all boxes of a screen have in common.
+struct NoteBoxContext {
+    SDL_Renderer* Renderer;
+    const UiMetrics& Metrics;
+    std::int32_t HeadingScale;
+    std::int32_t BodyScale;
+    float LinePitch; ///< From one line of body text to the next.
+};
+
+/// Paragraphs are wrapped to the width of the box; too much text overflows its bottom.
+void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float h,
+                 std::string_view heading, PackedColor accent,
+                 std::span<const std::string> paragraphs);
+
+} // namespace Wirefall
