@@ -11,6 +11,7 @@
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
 #include "ui/BoardScreen.h"
+#include "ui/Color.h"
 #include "ui/CommandHints.h"
 #include "ui/HudHints.h"
 #include "ui/MainMenu.h"
@@ -31,6 +32,8 @@ namespace {
 constexpr float MaxFrameSeconds = 0.033F;
 constexpr float SaveDelayAfterChange = 0.8F;
 constexpr std::uint64_t MinFrameMs = 8;
+
+constexpr PackedColor Black = Rgba(0x000000ff);
 
 constexpr float CreditsSpeed = 42.0F; // Logical pixels a second.
 
@@ -97,7 +100,7 @@ bool DrawFades(Game& game, std::uint64_t now) {
     if (black > 0.0F) {
         const auto alpha = static_cast<std::uint8_t>(std::lroundf(std::min(black, 1.0F) * 255.0F));
         FillRect(game.Renderer, 0.0F, 0.0F, static_cast<float>(LogicalWidth),
-                 static_cast<float>(LogicalHeight), PackColor(0, 0, 0, alpha));
+                 static_cast<float>(LogicalHeight), WithAlpha(Black, alpha));
     }
     return quitProgress >= 1.0F;
 }
@@ -145,11 +148,11 @@ void RunFrame(Game& game) {
     UpdateMusic(app, game.Music);
     DrainSoundQueue(app, game.Music);
 
-    SetDrawColor(game.Renderer, PackColor(0, 0, 0, 255));
+    SetDrawColor(game.Renderer, Black);
     SDL_RenderClear(game.Renderer);
     ScreenDrawers[static_cast<std::size_t>(app.Screen)](game);
     const bool quitDone = DrawFades(game, now);
-    SDL_SetWindowTitle(game.Window, WindowTitle);
+    SDL_SetWindowTitle(game.Window, WindowTitle().c_str());
     SDL_RenderPresent(game.Renderer);
     if (quitDone) {
         app.Running = false;

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the program reports goes through SDL_Log. By default only warnings and worse get through; the
-// environment variable WIREFALL_VERBOSE_LOG (1, true, yes or on) lets everything through.
+// What the program reports goes through SDL_Log. By default only warnings and worse get through;
+// the environment variable WIREFALL_VERBOSE_LOG (1, true, yes or on) lets everything through.
 
 namespace Wirefall {
 

@@ -3,15 +3,15 @@
 #include "app/SessionLog.h"
 #include "app/WindowTitle.h"
 #include "base/Clock.h"
+#include "display/Aspect.h"
 #include "display/DisplayModes.h"
 #include "display/DisplaySettings.h"
-#include "display/Aspect.h"
 #include "input/Controllers.h"
 #include "persist/Options.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
 #include "ui/BinaryRain.h"
-#include "ui/Localization.h"
+#include "ui/LanguageFiles.h"
 #include "ui/SpriteAtlas.h"
 
 #include <SDL3/SDL_init.h>
@@ -34,7 +34,7 @@ void SeedSpareEngine(GameApp& app) {
 bool OpenWindow(Game& game) {
     const Resolution resolution = CurrentResolution(game.App);
     UpdateLogicalWidth(game.App.AspectMode, resolution.Width, resolution.Height);
-    game.Window = SDL_CreateWindow(WindowTitle, std::max(resolution.Width, 1),
+    game.Window = SDL_CreateWindow(WindowTitle().c_str(), std::max(resolution.Width, 1),
                                    std::max(resolution.Height, 1),
                                    game.App.Fullscreen ? SDL_WINDOW_FULLSCREEN : 0);
     if (game.Window == nullptr) {
@@ -129,7 +129,7 @@ void ShutdownGame(Game& game) {
     }
     CloseControllers(game.Controllers);
     ShutdownAudio(game.Music, true);
-    ReleaseBinaryRain();
+    ReleaseRainCache();
     ReleaseTextureAtlas();
     CloseWindow(game);
     EndSessionLog();

@@ -1,7 +1,14 @@
 #pragma once
 
+#include "base/BuildInfo.h"
+
+#include <string>
+
 namespace Wirefall {
 
-inline constexpr const char* WindowTitle = "Wirefall v0.1.0";
+inline const std::string& WindowTitle() {
+    static const std::string Title = std::string("Wirefall v") + Version;
+    return Title;
+}
 
 } // namespace Wirefall

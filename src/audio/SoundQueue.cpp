@@ -34,10 +34,10 @@ void EnqueueSound(GameApp& app, SoundEvent event) {
 
 void DetectGameSounds(GameApp& app, const RunSnapshot& snapshot) {
     const RunSnapshot& previous = app.PreviousSnapshot;
-    const bool fell = std::any_of(
-        CountedSounds.begin(), CountedSounds.end(), [&snapshot, &previous](const CountedSound& row) {
-            return snapshot.*row.Count < previous.*row.Count;
-        });
+    const bool fell = std::any_of(CountedSounds.begin(), CountedSounds.end(),
+                                  [&snapshot, &previous](const CountedSound& row) {
+                                      return snapshot.*row.Count < previous.*row.Count;
+                                  });
     if (fell) {
         return;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-// What is to be heard in this frame. The screens queue the sounds of presses, DetectGameSounds those
-// of the simulation; the audio engine plays the queue and empties it.
+// What is to be heard in this frame. The screens queue the sounds of presses, DetectGameSounds
+// those of the simulation; the audio engine plays the queue and empties it.
 
 #include "audio/SoundEvent.h"
 #include "sim/LevelRules.h"

@@ -29,8 +29,7 @@ void SaveTick(GameApp& app, float elapsedSeconds) {
     if (!app.SaveDirty) {
         return;
     }
-    app.SaveDelaySeconds =
-        std::max(app.SaveDelaySeconds - std::max(elapsedSeconds, 0.0F), 0.0F);
+    app.SaveDelaySeconds = std::max(app.SaveDelaySeconds - std::max(elapsedSeconds, 0.0F), 0.0F);
     if (app.SaveDelaySeconds > 0.0F) {
         return;
     }
