@@ -332,7 +332,7 @@ TEST(RealDisplaySettingsTest, AResizedWindowIsCentred) {
     const XServer server({{1600, 1200}});
     const Video video("x11");
     const WindowPointer window = MakeWindow(800, 600);
-    const RendererPointer renderer(SDL_CreateRenderer(window.get(), nullptr));
+    const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
     const LogCapture log;
     GameApp app = WindowedApp(1280, 720);
     ApplyDisplaySettings(app, window.get(), renderer.get());
@@ -344,7 +344,7 @@ TEST(RealDisplaySettingsTest, AWindowLargerThanTheDisplayBeginsAtItsCorner) {
     const XServer server({{1600, 900}});
     const Video video("x11");
     const WindowPointer window = MakeWindow(800, 600);
-    const RendererPointer renderer(SDL_CreateRenderer(window.get(), nullptr));
+    const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
     const LogCapture log;
     GameApp app = WindowedApp(1920, 1440);
     ApplyDisplaySettings(app, window.get(), renderer.get());
@@ -357,7 +357,7 @@ TEST(RealDisplaySettingsTest, FullscreenAndBack) {
     const WindowManager manager;
     const Video video("x11");
     const WindowPointer window = MakeWindow(1280, 720);
-    const RendererPointer renderer(SDL_CreateRenderer(window.get(), nullptr));
+    const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
     const LogCapture log;
 
     GameApp app = FullscreenApp(1280, 720);
