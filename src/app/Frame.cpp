@@ -13,10 +13,14 @@
 #include "ui/BoardScreen.h"
 #include "ui/Color.h"
 #include "ui/CommandHints.h"
+#include "ui/CreditsScreen.h"
+#include "ui/HelpScreen.h"
 #include "ui/HudHints.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
+#include "ui/PauseScreen.h"
 #include "ui/Primitives.h"
+#include "ui/ResultScreens.h"
 
 #include <SDL3/SDL_timer.h>
 
@@ -70,12 +74,26 @@ void DrawMenu(const Game& game) { DrawMainMenu(game.Renderer, game.App); }
 
 void DrawNothing(const Game& /*game*/) {}
 
+void DrawHelp(const Game& game) { DrawHelpScreen(game.Renderer, game.App, game.Controllers); }
+
+void DrawLevelComplete(const Game& game) {
+    DrawLevelCompleteScreen(game.Renderer, game.App, game.Controllers);
+}
+
+void DrawPause(const Game& game) { DrawPauseScreen(game.Renderer, game.App, game.Controllers); }
+
+void DrawCredits(const Game& game) { DrawCreditsScreen(game.Renderer, game.App); }
+
+void DrawGameOver(const Game& game) {
+    DrawGameOverScreen(game.Renderer, game.App, game.Controllers);
+}
+
 using ScreenDrawer = void (*)(const Game& game);
 
 // By AppScreen.
 constexpr std::array<ScreenDrawer, 8> ScreenDrawers = {
-    DrawMenu,    DrawNothing, DrawNothing, DrawPlaying,
-    DrawNothing, DrawNothing, DrawNothing, DrawNothing,
+    DrawMenu,          DrawNothing, DrawHelp,    DrawPlaying,
+    DrawLevelComplete, DrawPause,   DrawCredits, DrawGameOver,
 };
 
 // How far a fade that began at `start` has come by `now`, 0 to 1.

@@ -68,4 +68,18 @@ void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float
     }
 }
 
+float MeasureNoteBox(const NoteBoxContext& context, std::span<const std::string> paragraphs,
+                     float boxWidth) {
+    const auto d = [&](float k) { return DensityPx(context.Metrics.Density, k); };
+    // The 18 is the same at every density, unlike that of the drawing.
+    const float wrapWidth = std::max(40.0F, boxWidth - 2.0F * d(16.0F) - 18.0F);
+    std::size_t lines = 0;
+    for (const std::string& paragraph : paragraphs) {
+        lines += WrapWords(context.BodyScale, paragraph, wrapWidth).size();
+    }
+    const auto lineCount = static_cast<float>(std::max<std::size_t>(1, lines));
+    return lineCount * context.LinePitch + static_cast<float>(context.HeadingScale * GlyphRows) +
+           2.0F * d(10.0F) + d(8.0F);
+}
+
 } // namespace Wirefall

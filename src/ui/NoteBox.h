@@ -28,4 +28,9 @@ void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float
                  std::string_view heading, PackedColor accent,
                  std::span<const std::string> paragraphs);
 
+/// The height of a box of width `boxWidth` for these paragraphs. Measured in a little less room
+/// than the text is drawn in, so that a box is never too low.
+float MeasureNoteBox(const NoteBoxContext& context, std::span<const std::string> paragraphs,
+                     float boxWidth);
+
 } // namespace Wirefall

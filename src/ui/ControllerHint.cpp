@@ -1,0 +1,49 @@
+#include "ui/ControllerHint.h"
+
+#include "ui/BindingLabels.h"
+#include "ui/Localization.h"
+
+namespace Wirefall {
+
+namespace {
+
+struct ButtonWords {
+    std::string Prefix;
+    std::string Confirm;
+    std::string Back;
+};
+
+// Empty words without a controller in hand.
+ButtonWords WordsOfDevice(const GameApp& app, const ControllerSet& controllers) {
+    constexpr std::size_t confirm = ActionIndex(InputAction::MenuConfirm);
+    constexpr std::size_t back = ActionIndex(InputAction::MenuBack);
+    if (app.LastInputDevice == InputDevice::Gamepad && controllers.Gamepad != nullptr) {
+        return {LocalizedText("Controller.Hint.PadPrefix", "PAD"),
+                GamepadBindingText(app.GamepadBindings[confirm]),
+                GamepadBindingText(app.GamepadBindings[back])};
+    }
+    if (app.LastInputDevice == InputDevice::Joystick && controllers.Joystick != nullptr) {
+        return {LocalizedText("Controller.Hint.JoyPrefix", "JOY"),
+                JoystickBindingText(app.JoystickBindings[confirm]),
+                JoystickBindingText(app.JoystickBindings[back])};
+    }
+    return {};
+}
+
+} // namespace
+
+std::string BuildControllerHint(const GameApp& app, const ControllerSet& controllers,
+                                std::string_view selectLabel, std::string_view backLabel) {
+    const ButtonWords words = WordsOfDevice(app, controllers);
+    if (words.Prefix.empty()) {
+        return {};
+    }
+    const std::string select(selectLabel.empty() ? LocalizedText("Controller.Hint.Select", "SELECT")
+                                                 : selectLabel);
+    const std::string back(backLabel.empty() ? LocalizedText("Controller.Hint.Back", "BACK")
+                                             : backLabel);
+    const std::string between = select == back ? LocalizedText("Controller.Hint.Or", "OR") : select;
+    return words.Prefix + " " + words.Confirm + " " + between + " " + words.Back + " " + back;
+}
+
+} // namespace Wirefall

@@ -1,0 +1,15 @@
+#pragma once
+
+// The credits, rolling up a panel over the rain of digits.
+
+#include "app/GameApp.h"
+
+#include <SDL3/SDL_render.h>
+
+namespace Wirefall {
+
+/// Draws on a canvas of LogicalWidth. At a CreditsScroll of 0 the first line stands just below the
+/// part of the panel that shows.
+void DrawCreditsScreen(SDL_Renderer* renderer, const GameApp& app);
+
+} // namespace Wirefall
