@@ -167,4 +167,25 @@ testing::AssertionResult MatchesChecksum(const std::string& name, const Picture&
            << (kept == table.end() ? "none" : kept->second) << "; see " << path;
 }
 
+std::vector<std::string> KeptChecksums() {
+    std::vector<std::string> names;
+    std::ifstream file(ChecksumFile());
+    std::string name;
+    std::string sum;
+    while (file >> name >> sum) {
+        names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<std::string> KeptGoldens() {
+    std::vector<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(GoldenFolder)) {
+        if (entry.path().extension() == ".png") {
+            names.push_back(entry.path().stem().string());
+        }
+    }
+    return names;
+}
+
 } // namespace Wirefall::Testing

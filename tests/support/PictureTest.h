@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace Wirefall::Testing {
 
@@ -19,5 +20,11 @@ testing::AssertionResult MatchesGolden(const std::string& name, const Picture& p
 
 /// Whether the picture has the checksum kept for `name`, a text without blanks.
 testing::AssertionResult MatchesChecksum(const std::string& name, const Picture& picture);
+
+/// The names in checksums.txt, in its order.
+std::vector<std::string> KeptChecksums();
+
+/// The names of the PNG files.
+std::vector<std::string> KeptGoldens();
 
 } // namespace Wirefall::Testing

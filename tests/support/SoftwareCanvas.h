@@ -1,8 +1,8 @@
 #pragma once
 
 // A place to draw screens without a window: SDL's software renderer on a surface, set up as the
-// program sets up its own, with the canvas letterboxed into the surface. One at a time: the atlas
-// and the rain's texture belong to the renderer that lives.
+// program sets up its own, with the canvas letterboxed into the surface. The atlas and the rain's
+// texture belong to one renderer, so of several canvases alive only the first can show them.
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_surface.h>

@@ -6,10 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace Wirefall::Testing {
 
@@ -42,6 +42,26 @@ TEST_P(ScenePictures, AreTheOnesKeptOfThem) {
             MatchesGolden(PictureName(scene, size.LogicalWidth, size.Presented),
                           TakePicture(scene, size.LogicalWidth, PresentedByName(size.Presented))));
     }
+}
+
+TEST(KeptPictures, AreThoseOfTheScenesAndNoOthers) {
+    std::set<std::string> pictures;
+    std::set<std::string> goldens;
+    for (const Scene& scene : AllScenes()) {
+        for (const std::int32_t width : LogicalWidths) {
+            for (const PresentedScale& presented : Presented) {
+                pictures.insert(PictureName(scene, width, presented.Name));
+            }
+        }
+        for (const GoldenSize& size : scene.Goldens) {
+            goldens.insert(PictureName(scene, size.LogicalWidth, size.Presented));
+        }
+    }
+    const std::vector<std::string> kept = KeptChecksums();
+    EXPECT_EQ(std::set<std::string>(kept.begin(), kept.end()), pictures);
+    EXPECT_TRUE(std::is_sorted(kept.begin(), kept.end()));
+    const std::vector<std::string> files = KeptGoldens();
+    EXPECT_EQ(std::set<std::string>(files.begin(), files.end()), goldens);
 }
 
 std::string CaseName(const testing::TestParamInfo<Scene>& info) {
