@@ -28,7 +28,7 @@ protected:
         App.LastSavedRevision = GetRevision();
     }
 
-    // Presses on `screen` and gives the sounds of it.
+    // Presses on the current screen, and gives the sounds that come of it.
     Sounds Press(PressCode code) {
         App.SoundQueueCount = 0;
         DispatchPress(App, nullptr, nullptr, code);

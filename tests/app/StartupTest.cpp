@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -174,6 +175,7 @@ TEST(LogPriorities, TheVariableTurnsOnAllMessages) {
 }
 
 TEST(LogPriorities, OnlyWarningsGetThroughOtherwise) {
+    const ScopedVariable unset("WIREFALL_VERBOSE_LOG", std::nullopt);
     SetLogPriorities();
     EXPECT_EQ(SDL_GetLogPriority(SDL_LOG_CATEGORY_APPLICATION), SDL_LOG_PRIORITY_WARN);
     const CapturedLog log;

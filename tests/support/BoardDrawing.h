@@ -23,6 +23,10 @@ namespace Wirefall::Testing {
 ///     ⇑ ⇒ ⇓ ⇐        a sink with that Dir
 RunState DrawnRun(const std::vector<std::string_view>& rows);
 
+/// Lays the drawn tiles on a run whose board stands already; cells that are not drawn stay, and so
+/// does everything else of the run.
+void LayTiles(RunState& run, const std::vector<std::string_view>& rows);
+
 /// A clean packet.
 Packet PacketAt(std::int32_t x, std::int32_t y, Direction dir);
 

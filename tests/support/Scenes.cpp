@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
 #include "sim/Simulation.h"
+#include "support/BoardDrawing.h"
 #include "ui/BinaryRain.h"
 #include "ui/BoardScreen.h"
 #include "ui/CommandHints.h"
@@ -26,45 +27,7 @@ namespace {
 
 constexpr std::uint64_t SceneTime = 12345;
 
-// Boards are sketched with one letter for each cell.
-struct SketchTile {
-    char Letter;
-    TileType Type;
-    std::int32_t Rotation;
-};
-
-constexpr std::array<SketchTile, 16> SketchTiles = {{
-    {'.', TileType::Empty, 0},
-    {'|', TileType::Straight, 0},
-    {'-', TileType::Straight, 1},
-    {'L', TileType::Corner, 0},
-    {'r', TileType::Corner, 1},
-    {'7', TileType::Corner, 2},
-    {'J', TileType::Corner, 3},
-    {'>', TileType::TJunction, 0},
-    {'v', TileType::TJunction, 1},
-    {'<', TileType::TJunction, 2},
-    {'^', TileType::TJunction, 3},
-    {'+', TileType::Cross, 0},
-    {'F', TileType::Firewall, 0},
-    {'A', TileType::Antivirus, 0},
-    {'B', TileType::Buffer, 0},
-    {'b', TileType::Buffer, 1},
-}};
-
 using BoardSketch = std::array<std::string_view, BoardSide>;
-
-void LayTiles(RunState& run, const BoardSketch& sketch) {
-    for (std::int32_t y = 0; y < BoardSide; ++y) {
-        for (std::int32_t x = 0; x < BoardSide; ++x) {
-            const char letter = sketch[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
-            const auto* const tile =
-                std::find_if(SketchTiles.begin(), SketchTiles.end(),
-                             [letter](const SketchTile& t) { return t.Letter == letter; });
-            TileAt(run, x, y) = MakeTile(tile->Type, tile->Rotation);
-        }
-    }
-}
 
 void Infect(RunState& run, const BoardSketch& sketch) {
     for (std::int32_t y = 0; y < BoardSide; ++y) {
@@ -101,16 +64,16 @@ void ArrangeBusyRun(SceneWorld&) {
     ResetRun();
     RunState& run = LiveRun();
     LayTiles(run, {
-                      "..r-7.r-7.",
-                      "..|.L-J.|.",
-                      "r-J.r-7.>.",
-                      "|...|.L7|.",
-                      ".--A+bF^J.",
-                      "..rJ|.r-7.",
-                      "..|.L-+-<.",
-                      "..L7..B.|.",
-                      "...|r-J.|.",
-                      "...LJ..FJ.",
+                      "..┌─┐.┌─┐.",
+                      "..│.└─┘.│.",
+                      "┌─┘.┌─┐.├.",
+                      "│...│.└┐│.",
+                      ".──A┼bF┴┘.",
+                      "..┌┘│.┌─┐.",
+                      "..│.└─┼─┤.",
+                      "..└┐..B.│.",
+                      "...│┌─┘.│.",
+                      "...└┘..F┘.",
                   });
     PlaceEndpoints(run, {0, 4, Direction::Right}, {9, 2, Direction::Left});
     Infect(run, {
@@ -167,10 +130,10 @@ void ArrangeEveryTile(SceneWorld&) {
     ResetRun();
     RunState& run = LiveRun();
     LayTiles(run, {
-                      ".|-Lr7J>v<",
-                      "^+FABb.|-L",
-                      ".|-Lr7J>v<",
-                      "^+FABb.|-L",
+                      ".│─└┌┐┘├┬┤",
+                      "┴┼FABb.│─└",
+                      ".│─└┌┐┘├┬┤",
+                      "┴┼FABb.│─└",
                       "..........",
                       "..........",
                       "..........",
