@@ -72,6 +72,9 @@ TEST(AspectTest, ASizeBelowOneMatchesNothing) {
         EXPECT_FALSE(AspectMatches(1920, bad, 16, 9)) << bad;
         EXPECT_FALSE(AspectMatches(bad, bad, 1, 1)) << bad;
     }
+    // As near as 1 to 1, where a difference of one is allowed.
+    EXPECT_FALSE(AspectMatches(0, 1, 1, 1));
+    EXPECT_FALSE(AspectMatches(1, 0, 1, 1));
 }
 
 TEST(AspectTest, TheLargestSizesGetATrueAnswer) {

@@ -164,7 +164,7 @@ TEST_F(FastForwardTest, IsSampledAfterAQuitEventAsWell) {
 class KeyboardFastForwardTest : public testing::Test {
 protected:
     KeyboardFastForwardTest() {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "x11");
+        SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "x11", SDL_HINT_OVERRIDE);
         App.Screen = AppScreen::Playing;
     }
     ~KeyboardFastForwardTest() override {

@@ -99,7 +99,7 @@ public:
 class InputTest : public testing::Test {
 protected:
     InputTest() {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
+        SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
         EXPECT_TRUE(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD))
             << SDL_GetError();
         EXPECT_FALSE(SDL_HasJoystick()) << "A real controller would take part in the tests.";

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <spawn.h>
 #include <stdexcept>
@@ -32,15 +31,15 @@ std::vector<std::string> ServerArguments(const std::vector<ScreenSize>& screens)
 }
 
 /// Writes a configuration without panels and says where it lies.
-std::string ManagerConfiguration() {
-    const std::filesystem::path path =
+std::filesystem::path WriteConfiguration() {
+    std::filesystem::path path =
         std::filesystem::path(testing::TempDir()) / ("wirefall-jwmrc-" + std::to_string(getpid()));
     std::ofstream(path) << "<?xml version=\"1.0\"?>\n"
                            "<JWM>\n"
                            "  <StartupCommand>echo ready</StartupCommand>\n"
                            "  <Desktops width=\"1\" height=\"1\"/>\n"
                            "</JWM>\n";
-    return path.string();
+    return path;
 }
 
 } // namespace
@@ -94,6 +93,9 @@ XServer::XServer(const std::vector<ScreenSize>& screens) : Server(ServerArgument
     setenv("DISPLAY", (":" + Server.FirstLine()).c_str(), 1);
 }
 
-WindowManager::WindowManager() : Manager({"jwm", "-f", ManagerConfiguration()}) {}
+WindowManager::WindowManager()
+    : Configuration(WriteConfiguration()), Manager({"jwm", "-f", Configuration.string()}) {}
+
+WindowManager::~WindowManager() { std::filesystem::remove(Configuration); }
 
 } // namespace Wirefall
