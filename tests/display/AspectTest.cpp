@@ -41,8 +41,7 @@ TEST(AspectTest, NearlyWidescreenPanelsCount) {
     EXPECT_TRUE(AspectMatches(1366, 768, 16, 9));
 }
 
-// 200 : 199 compared with 1 : 1 is 200 against 199 in units of k, so that k chooses the larger
-// product and the difference at will.
+// Compared with 1:1 the sizes are the products themselves.
 TEST(AspectTest, HalfAPercentIsTheLimit) {
     EXPECT_TRUE(AspectMatches(2000, 1990, 1, 1)); // 10 of 10
     EXPECT_FALSE(AspectMatches(2000, 1989, 1, 1));

@@ -97,17 +97,23 @@ public:
 
 /// Brings SDL up as the game does, without a display, and without controllers.
 class InputTest : public testing::Test {
+public:
+    InputTest(const InputTest&) = delete;
+    InputTest(InputTest&&) = delete;
+    InputTest& operator=(const InputTest&) = delete;
+    InputTest& operator=(InputTest&&) = delete;
+    ~InputTest() override {
+        CloseControllers(Controllers);
+        SDL_Quit();
+        SDL_ResetHints();
+    }
+
 protected:
     InputTest() {
         SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
         EXPECT_TRUE(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD))
             << SDL_GetError();
         EXPECT_FALSE(SDL_HasJoystick()) << "A real controller would take part in the tests.";
-    }
-    ~InputTest() override {
-        CloseControllers(Controllers);
-        SDL_Quit();
-        SDL_ResetHints();
     }
 
     /// What one frame hands to the screens.
