@@ -130,13 +130,16 @@ protected:
         return Pump();
     }
 
+    /// Waits for a press of the device for its row; the rows of the others are elsewhere.
     void Capture(CaptureDevice device, std::int32_t row) {
         App.Screen = AppScreen::Options;
-        App.Capture.CaptureActive = true;
-        App.Capture.CaptureDevice = device;
-        App.Capture.CaptureKeyboardRow = row;
-        App.Capture.CaptureGamepadRow = row;
-        App.Capture.CaptureJoystickRow = row;
+        App.Capture = {
+            .CaptureActive = true,
+            .CaptureDevice = device,
+            .CaptureKeyboardRow = device == CaptureDevice::Keyboard ? row : 7,
+            .CaptureGamepadRow = device == CaptureDevice::Gamepad ? row : 7,
+            .CaptureJoystickRow = device == CaptureDevice::Joystick ? row : 7,
+        };
     }
 
     GameApp App;
