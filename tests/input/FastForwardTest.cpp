@@ -210,12 +210,13 @@ protected:
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         SDL_Event event;
         while (std::chrono::steady_clock::now() < end) {
-            if (SDL_WaitEventTimeout(&event, 100)) {
+            while (SDL_PollEvent(&event)) {
                 PressFromEvent(App, Controllers, event);
                 if (event.type == type) {
                     return true;
                 }
             }
+            SDL_Delay(1);
         }
         return false;
     }
