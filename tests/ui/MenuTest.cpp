@@ -1,12 +1,12 @@
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
+#include "support/SdlAllocationLimit.h"
 #include "support/SoftwareCanvas.h"
 #include "ui/BinaryRain.h"
 #include "ui/Localization.h"
 #include "ui/MainMenu.h"
 #include "ui/NoteBox.h"
 #include "ui/Primitives.h"
-#include "ui/SpriteAtlas.h"
 #include "ui/Text.h"
 
 #include <gtest/gtest.h>
@@ -22,6 +22,7 @@ namespace {
 using Testing::CanvasSize;
 using Testing::Picture;
 using Testing::Rgb;
+using Testing::SdlAllocationLimit;
 using Testing::SoftwareCanvas;
 
 class Rain : public testing::Test {
@@ -127,17 +128,16 @@ TEST_F(Rain, ForgetsItsTextureWhenReleased) {
 }
 
 TEST_F(Rain, FallsBackToAPlainGroundWithoutATexture) {
-    // The bytes of a row of this texture do not fit an int, which SDL refuses. Shown at half its
-    // size the canvas itself is not too wide for the fill.
-    ReleaseTextureAtlas();
-    SoftwareCanvas half({.SurfaceWidth = 640, .SurfaceHeight = 360});
-    DrawBinaryRain(half.Renderer(), 1.7e9F, true);
-    EXPECT_EQ(half.Read().At(320, 180), (Rgb{2, 5, 8}));
+    {
+        const SdlAllocationLimit outOfMemory(100000);
+        DrawBinaryRain(Canvas.Renderer(), 1280.0F, true);
+    }
+    EXPECT_EQ(Canvas.Read().At(640, 360), (Rgb{2, 5, 8}));
     EXPECT_EQ(RainCache.Texture, nullptr);
     EXPECT_EQ(RainCache.TextureWidth, 0);
     EXPECT_EQ(RainCache.TextureHeight, 0);
     EXPECT_FALSE(RainCache.Valid);
-    DrawBinaryRain(half.Renderer(), 1280.0F, true);
+    Shown(true);
     EXPECT_TRUE(RainCache.Valid) << "the next frame tries again";
 }
 

@@ -1,5 +1,6 @@
 #include "ui/SpriteAtlas.h"
 
+#include "support/SdlAllocationLimit.h"
 #include "support/SoftwareCanvas.h"
 #include "ui/Primitives.h"
 
@@ -14,6 +15,7 @@ namespace {
 using Testing::CanvasSize;
 using Testing::Picture;
 using Testing::Rgb;
+using Testing::SdlAllocationLimit;
 using Testing::SoftwareCanvas;
 
 constexpr CanvasSize AtlasCanvas = {
@@ -116,6 +118,17 @@ TEST(SpriteAtlas, IsForgottenWhenReleased) {
     ReleaseTextureAtlas();
     EXPECT_EQ(SpriteAtlas.Texture, nullptr);
     ReleaseTextureAtlas();
+}
+
+TEST(SpriteAtlas, FailsWithoutMemoryAndKeepsNothing) {
+    const SoftwareCanvas canvas(AtlasCanvas);
+    ReleaseTextureAtlas();
+    {
+        const SdlAllocationLimit outOfMemory(5000);
+        EXPECT_FALSE(BuildTextureAtlas(canvas.Renderer()));
+    }
+    EXPECT_EQ(SpriteAtlas.Texture, nullptr);
+    EXPECT_TRUE(BuildTextureAtlas(canvas.Renderer()));
 }
 
 TEST(SpriteAtlas, FailsWithoutARenderer) {
