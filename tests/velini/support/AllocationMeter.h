@@ -1,0 +1,17 @@
+#pragma once
+
+// Counts what a program takes from the heap through operator new. Linking the source file is
+// enough: it replaces the global operators.
+
+#include <cstddef>
+
+namespace velINI::Testing {
+
+struct AllocationCounts {
+    std::size_t Allocations = 0; // made since the program started
+    std::size_t LiveBytes = 0;   // held now, the heap's own overhead included
+};
+
+AllocationCounts CurrentAllocations();
+
+} // namespace velINI::Testing
