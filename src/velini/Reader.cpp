@@ -4,6 +4,9 @@
 #include "velini/internal/SourceText.h"
 
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace velINI {
 

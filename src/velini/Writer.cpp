@@ -57,7 +57,9 @@ class DocumentWriter {
 public:
     DocumentWriter(const velINIStream& document, std::FILE* file, bool spacing,
                    TextEncoding encoding)
-        : document_(document), file_(file), space_(spacing ? " " : ""),
+        : document_(document),
+          file_(file),
+          space_(spacing ? " " : ""),
           lastLineEnd_(spacing ? std::string_view(document.NewLine) : std::string_view()),
           encoding_(encoding) {}
 

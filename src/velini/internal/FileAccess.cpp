@@ -45,6 +45,8 @@ FileHandle OpenForWriting(const std::string& path) {
 }
 #endif
 
-void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
+void FileCloser::operator()(std::FILE* file) const {
+    std::fclose(file);
+}
 
 } // namespace velINI::Internal

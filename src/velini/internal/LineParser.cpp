@@ -32,7 +32,9 @@ constexpr ByteSet TagStops = MakeByteSet(" [];#");
 constexpr ByteSet BareStops = MakeByteSet(" []\"';#\n");
 constexpr ByteSet StringStops = MakeByteSet("\"'\\\n");
 
-bool Contains(const ByteSet& set, char c) { return set[static_cast<unsigned char>(c)]; }
+bool Contains(const ByteSet& set, char c) {
+    return set[static_cast<unsigned char>(c)];
+}
 
 /// The first position from `position` on whose byte is in the set, the size when there is none.
 std::size_t FindIn(const ByteSet& set, std::string_view text, std::size_t position) {
@@ -61,10 +63,14 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
     return text.starts_with(' ') ? text.substr(1) : text;
 }
 
-bool IsHeader(std::string_view line) { return WithoutLeadingBlanks(line).starts_with('['); }
+bool IsHeader(std::string_view line) {
+    return WithoutLeadingBlanks(line).starts_with('[');
+}
 
 /// What stands in front of the first newline.
-std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
+std::string_view FirstLine(std::string_view text) {
+    return text.substr(0, text.find('\n'));
+}
 
 } // namespace
 
@@ -72,14 +78,9 @@ LineParser::LineParser(velINIStream& document, const std::vector<std::string_vie
     : document_(document), lines_(lines) {}
 
 void LineParser::Parse() {
-    const std::size_t mostSections =
-        document_.Sections.size() + 1 +
-        static_cast<std::size_t>(std::count_if(lines_.begin(), lines_.end(), IsHeader));
-    document_.Sections.reserve(mostSections);
-    keys_.reserve(mostSections);
-
-    while (next_ < lines_.size() && error_.empty()) {
-        ParseLine(lines_[next_++]);
+    ReserveSections();
+    for (; error_.empty() && line_ < lines_.size(); ++line_) {
+        ParseLine(WithoutLeadingBlanks(lines_[line_]));
     }
     if (!error_.empty()) {
         std::cout << "Error while reading INI file: " << error_ << '\n';
@@ -88,19 +89,7 @@ void LineParser::Parse() {
     ReleaseReserves();
 }
 
-std::size_t LineParser::Comparisons() const {
-    std::size_t comparisons = sections_.Comparisons();
-    for (const NameIndex<IniKey>& keys : keys_) {
-        comparisons += keys.Comparisons();
-    }
-    for (const auto& [key, array] : arrays_) {
-        comparisons += array.Elements.Comparisons();
-    }
-    return comparisons;
-}
-
 void LineParser::ParseLine(std::string_view line) {
-    line = WithoutLeadingBlanks(line);
     if (line.empty()) {
         AddEmptyLine();
         return;
@@ -303,18 +292,18 @@ void LineParser::StoreArrayElement() {
     IniKey& array = ArrayAt(section, position, tag_.Name, tag_.ExplicitIndex);
     ArrayTable& table = arrays_[{*section_, position}];
     if (array.Elements.empty()) {
-        array.Elements.reserve(1 + ExpectedElements());
+        array.Elements.reserve(ExpectedElements());
     }
     if (tag_.Index.empty()) {
         tag_.Index = table.Numbers.Next(array);
     }
-    StoreElement(array, table.Elements.Locate(array.Elements, tag_.Index), tag_.Index,
+    StoreElement(array, table.Elements.Locate(array.Elements, tag_.Index, comparisons_), tag_.Index,
                  content_.Value, content_.Quoted, content_.HasComment, content_.Comment);
 }
 
 IniSection& LineParser::CurrentSection() {
     if (!section_) {
-        section_ = sections_.Locate(document_.Sections, sectionName_);
+        section_ = sections_.Locate(document_.Sections, sectionName_, comparisons_);
         if (*section_ == document_.Sections.size()) {
             IniSection& section = document_.Sections.emplace_back();
             section.Name = sectionName_;
@@ -328,23 +317,37 @@ IniSection& LineParser::CurrentSection() {
 }
 
 std::size_t LineParser::LocateKey(const IniSection& section, std::string_view name) {
-    return keys_[*section_].Locate(section.Keys, name);
+    return keys_[*section_].Locate(section.Keys, name, comparisons_);
+}
+
+void LineParser::ReserveSections() {
+    const auto headers = std::count_if(lines_.begin(), lines_.end(), IsHeader);
+    const std::size_t most = document_.Sections.size() + static_cast<std::size_t>(headers) + 1;
+    document_.Sections.reserve(most);
+    keys_.reserve(most);
 }
 
 std::size_t LineParser::ExpectedEntries() const {
-    const auto next = lines_.begin() + static_cast<std::ptrdiff_t>(next_);
-    // The line at hand is counted, which is one too many if it is the header.
-    return 1 + static_cast<std::size_t>(std::find_if(next, lines_.end(), IsHeader) - next);
+    std::size_t ahead = line_;
+    if (ahead < lines_.size() && IsHeader(lines_[ahead])) {
+        ++ahead;
+    }
+    std::size_t entries = 0;
+    for (; ahead < lines_.size() && !IsHeader(lines_[ahead]); ++ahead) {
+        if (lines_[ahead].find('[') == std::string_view::npos) {
+            ++entries;
+        }
+    }
+    return entries;
 }
 
 std::size_t LineParser::ExpectedElements() const {
-    const std::string_view line = lines_[next_ - 1];
-    const std::string_view begin = line.substr(0, line.find('[') + 1);
-    const auto next = lines_.begin() + static_cast<std::ptrdiff_t>(next_);
-    return static_cast<std::size_t>(
-        std::find_if_not(next, lines_.end(),
-                         [&](std::string_view other) { return other.starts_with(begin); }) -
-        next);
+    const std::string_view begin = lines_[line_].substr(0, lines_[line_].find('[') + 1);
+    std::size_t ahead = line_ + 1;
+    while (ahead < lines_.size() && lines_[ahead].starts_with(begin)) {
+        ++ahead;
+    }
+    return ahead - line_;
 }
 
 void LineParser::ReleaseReserves() {

@@ -30,7 +30,7 @@ public:
 
     /// How many pairs of names were compared: the measure by which the tests see that reading grows
     /// linearly.
-    std::size_t Comparisons() const;
+    std::size_t Comparisons() const { return comparisons_; }
 
 private:
     /// An array by the positions of its section and its entry.
@@ -91,10 +91,13 @@ private:
     // Growing lists of entries would spend more time on moving house than the parse on the text, so
     // each gets room for what the lines ahead let expect. A wrong guess costs only speed.
 
-    /// How many entries a section made now can get before the next header.
+    void ReserveSections();
+
+    /// How many entries a section made by the line at hand can get before the next header, leaving
+    /// aside the elements of arrays.
     std::size_t ExpectedEntries() const;
 
-    /// How many of the lines that follow directly have the same array as the line at hand.
+    /// How many elements an array gets from the line at hand and those directly behind it.
     std::size_t ExpectedElements() const;
 
     /// Gives back the room that was not needed.
@@ -102,7 +105,7 @@ private:
 
     velINIStream& document_;
     const std::vector<std::string_view>& lines_;
-    std::size_t next_ = 0;
+    std::size_t line_ = 0; // the line at hand
 
     std::string sectionName_{GlobalSection};
     std::optional<std::size_t> section_; // where it stands, once that was asked
@@ -111,6 +114,8 @@ private:
     NameIndex<IniSection> sections_;
     std::vector<NameIndex<IniKey>> keys_; // one for each section
     std::unordered_map<ArrayKey, ArrayTable, ArrayKeyHash> arrays_;
+
+    std::size_t comparisons_ = 0;
 
     // Of the line at hand. They are members so that their memory serves for all lines.
     Tag tag_;

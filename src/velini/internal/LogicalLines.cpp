@@ -27,6 +27,27 @@ int DigitValue(char c) {
     return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
+/// Where a character occurs next, looked up no more than once for each occurrence.
+class NextOccurrence {
+public:
+    NextOccurrence(std::string_view text, char wanted)
+        : text_(text), wanted_(wanted), found_(text.find(wanted)) {}
+
+    /// The first one at `position` or behind it, npos when there is none. Positions must not go
+    /// back.
+    std::size_t From(std::size_t position) {
+        if (found_ < position) {
+            found_ = text_.find(wanted_, position);
+        }
+        return found_;
+    }
+
+private:
+    std::string_view text_;
+    char wanted_;
+    std::size_t found_;
+};
+
 /// Writes the decoded text over the text that it reads. It never overtakes itself: nothing becomes
 /// longer by decoding except the last line, which may get a newline.
 class LineDecoder {
@@ -37,26 +58,15 @@ public:
     }
 
     std::vector<std::string_view> Decode() {
+        const std::string_view source(text_.data(), size_);
+        NextOccurrence lineFeed(source, '\n');
+        NextOccurrence carriageReturn(source, '\r');
+        NextOccurrence backslash(source, '\\');
         while (in_ < size_) {
-            switch (text_[in_]) {
-            case '\r':
-                if (IsLast()) {
-                    ++in_;
-                } else {
-                    EndLine();
-                    in_ += 2;
-                }
-                break;
-            case '\n':
-                EndLine();
-                ++in_;
-                break;
-            case '\\':
-                DecodeBackslash();
-                break;
-            default:
-                CopyPlainText();
-                break;
+            CopyUpTo(std::min(
+                {size_, lineFeed.From(in_), carriageReturn.From(in_), backslash.From(in_)}));
+            if (in_ < size_) {
+                DecodeSpecial();
             }
         }
         if (out_ != lineStart_) {
@@ -66,8 +76,6 @@ public:
     }
 
 private:
-    bool IsLast() const { return in_ + 1 == size_; }
-
     void EndLine() {
         text_[out_++] = '\n';
         lines_.emplace_back(text_.data() + lineStart_, out_ - lineStart_);
@@ -75,28 +83,35 @@ private:
     }
 
     void CopyUpTo(std::size_t end) {
-        std::char_traits<char>::move(text_.data() + out_, text_.data() + in_, end - in_);
+        if (in_ != out_) {
+            std::char_traits<char>::move(text_.data() + out_, text_.data() + in_, end - in_);
+        }
         out_ += end - in_;
         in_ = end;
     }
 
-    void CopyPlainText() {
-        const std::string_view rest(text_.data() + in_, size_ - in_);
-        std::size_t length = 0;
-        while (length < rest.size() && rest[length] != '\r' && rest[length] != '\n' &&
-               rest[length] != '\\') {
-            ++length;
-        }
-        CopyUpTo(in_ + length);
-    }
-
-    void DecodeBackslash() {
-        if (IsLast()) {
+    void DecodeSpecial() {
+        const bool isLast = in_ + 1 == size_;
+        switch (text_[in_]) {
+        case '\n':
+            EndLine();
             ++in_;
-        } else if (text_[in_ + 1] != 'x') {
-            CopyUpTo(in_ + 2);
-        } else {
-            DecodeEscape();
+            break;
+        case '\r':
+            if (!isLast) {
+                EndLine();
+            }
+            in_ += isLast ? 1 : 2;
+            break;
+        default:
+            if (isLast) {
+                ++in_;
+            } else if (text_[in_ + 1] == 'x') {
+                DecodeEscape();
+            } else {
+                CopyUpTo(in_ + 2);
+            }
+            break;
         }
     }
 
@@ -162,7 +177,7 @@ private:
     }
 
     std::string& text_;
-    std::size_t size_;
+    std::size_t size_; // of the text as it was
     std::size_t in_ = 0;
     std::size_t out_ = 0;
     std::size_t lineStart_ = 0;
@@ -171,6 +186,8 @@ private:
 
 } // namespace
 
-std::vector<std::string_view> DecodeLines(std::string& text) { return LineDecoder(text).Decode(); }
+std::vector<std::string_view> DecodeLines(std::string& text) {
+    return LineDecoder(text).Decode();
+}
 
 } // namespace velINI::Internal

@@ -51,10 +51,9 @@ bool Fits(int wanted, std::uint8_t byte) {
 /// The first of the formats that fits; the last fits everything.
 const Format& Classify(std::string_view bytes) {
     return *std::find_if(Formats.begin(), Formats.end(), [&](const Format& format) {
-        return std::equal(format.FirstBytes.begin(), format.FirstBytes.end(), bytes.begin(),
-                          [](int wanted, char byte) {
-                              return Fits(wanted, static_cast<std::uint8_t>(byte));
-                          });
+        return std::equal(
+            format.FirstBytes.begin(), format.FirstBytes.end(), bytes.begin(),
+            [](int wanted, char byte) { return Fits(wanted, static_cast<std::uint8_t>(byte)); });
     });
 }
 
