@@ -226,8 +226,8 @@ TEST(IniSectionSetArrayElement, TakesTextsOfItsOwnEntries) {
     section.Keys[0].SetKeyComment("c");
     for (int i = 0; i < 20; ++i) {
         const IniKey& first = section.Keys.front();
-        section.SetArrayElement("list" + std::to_string(i), first.Value, true, true,
-                                *first.Comment, first.Name, true);
+        section.SetArrayElement("list" + std::to_string(i), first.Value, true, true, *first.Comment,
+                                first.Name, true);
     }
     EXPECT_EQ(Describe({section.Keys.back()}), "list19[]{k=\"v\" ;c}");
 }

@@ -1,7 +1,6 @@
 // Reading: the file and its encoding, the escapes and line ends, and the lines.
 
 #include "velini/VelINIStream.h"
-
 #include "velini/support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -91,9 +90,8 @@ TEST(ReadFile, AFileOfOneToFiveBytesIsRefusedWithItsSize) {
     for (std::size_t size = 1; size <= 5; ++size) {
         const ReadResult result = ReadText(content.substr(0, size));
         EXPECT_FALSE(result.Succeeded);
-        EXPECT_EQ(result.Printed,
-                  "INI file cannot be smaller than 6 bytes! (Size in bytes: " +
-                      std::to_string(size) + ")\n");
+        EXPECT_EQ(result.Printed, "INI file cannot be smaller than 6 bytes! (Size in bytes: " +
+                                      std::to_string(size) + ")\n");
         EXPECT_EQ(result.Document.SectionCount(), 0U);
     }
 }
@@ -115,9 +113,10 @@ TEST(ReadFile, AddsToTheDocument) {
     EXPECT_TRUE(document.ReadFile(
         folder.Store("a.ini", "[T]\ny=2\n[U]\nz=3\n[S]\n\nboth=2\nnew=3\nlist[]=a\n")));
     EXPECT_TRUE(document.ReadFile(folder.Store("b.ini", "[S]\nlist[]=b\n")));
-    EXPECT_EQ(Describe(document), "[S] old=1 | both=2 | (blank) | (blank) | new=3 | list[]{0=a, 1=b}\n"
-                                  "[T] x=1 | y=2\n"
-                                  "[U] z=3");
+    EXPECT_EQ(Describe(document),
+              "[S] old=1 | both=2 | (blank) | (blank) | new=3 | list[]{0=a, 1=b}\n"
+              "[T] x=1 | y=2\n"
+              "[U] z=3");
     EXPECT_EQ(document.Sections[0].EmptyLineCount, 2U);
 }
 
@@ -200,10 +199,10 @@ TEST(ReadFileEncoding, AMarkAloneIsATextWithNothingInIt) {
 
 TEST(ReadFileEncoding, MalformedWideTextRaisesARangeError) {
     const std::string rows[] = {
-        Bytes("\xFF\xFE") + ToUnits(U"a=\xDC00\n\n", 2, false),            // a low surrogate alone
-        Bytes("\xFF\xFE") + ToUnits(U"a=\xD800z\n", 2, false),             // a high one without a low one
-        Bytes("\xFE\xFF") + ToUnits(U"a=\xDC00\n\n", 2, true),             //
-        Bytes("\xFF\xFE\0\0") + Bytes("a\0\0\0=\0\0\0\0\0\x11\0"),  // above 10FFFF
+        Bytes("\xFF\xFE") + ToUnits(U"a=\xDC00\n\n", 2, false),    // a low surrogate alone
+        Bytes("\xFF\xFE") + ToUnits(U"a=\xD800z\n", 2, false),     // a high one without a low one
+        Bytes("\xFE\xFF") + ToUnits(U"a=\xDC00\n\n", 2, true),     //
+        Bytes("\xFF\xFE\0\0") + Bytes("a\0\0\0=\0\0\0\0\0\x11\0"), // above 10FFFF
         Bytes("\0\0\xFE\xFF") + Bytes("\0\0\0a\0\0\0=\0\x11\0\0"), //
     };
     for (const std::string& row : rows) {
@@ -223,11 +222,11 @@ TEST(ReadFileLineEnds, AreCarriageReturnsAndLineFeeds) {
         {"a=1\nb=2\n", "a=1 | b=2"},
         {"a=1\nb=2", "a=1 | b=2"},
         {"a=1\r\nb=2\r", "a=1 | b=2"},
-        {"a=1\rXb=2\n", "a=1 | b=2"},         // a lone one swallows what stands behind it
+        {"a=1\rXb=2\n", "a=1 | b=2"}, // a lone one swallows what stands behind it
         {"a=1\r\r\nb=2\n", "a=1 | (blank) | b=2"},
         {"a=1\r\n\r\nb=2\n", "a=1 | (blank) | b=2"},
         {"a=1\n\r\nb=2\n", "a=1 | (blank) | b=2"},
-        {"a=1\nb=2\r\\", "a=1 | b=2"},        // whatever that is
+        {"a=1\nb=2\r\\", "a=1 | b=2"}, // whatever that is
         {"\r\na=1\r\n", "(blank) | a=1"},
         {"a=1\nb=2\n\n", "a=1 | b=2 | (blank)"},
     };
@@ -252,7 +251,7 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         {"\\xD83D\\xDE00", "😀"},
         {"\\xd83d\\xde00z", "😀z"},
         {"\\xdbff\\xdfff", "\xF4\x8F\xBF\xBF"},
-        {"\\x0041\\x0042\\x0043", "ABC"},     // the second is read anew
+        {"\\x0041\\x0042\\x0043", "ABC"},    // the second is read anew
         {"\\x0041\\xDE00", "A\xED\xB8\x80"}, // a low one needs no high one
         {"\\xD83D", "\xED\xA0\xBD"},         // a high one alone
         {"\\xD83Dz", "\xED\xA0\xBDz"},
@@ -262,9 +261,9 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         {"\\x00Z", "x00Z"},
         {"\\x004Z", "x004Z"},
         {"\\xZ\\x0041", "xZA"},
-        {"\\n", "\\n"},                      // no other escape exists
+        {"\\n", "\\n"}, // no other escape exists
         {"\\X0041", "\\X0041"},
-        {"\\\\x0041", "\\\\x0041"},          // a pair is passed over
+        {"\\\\x0041", "\\\\x0041"}, // a pair is passed over
         {"\\\\\\x0041", "\\\\A"},
         {"\\x0000", std::string(1, '\0')},
     };
@@ -278,7 +277,9 @@ TEST(ReadFileEscapes, AnOffendingByteIsReadForItself) {
     EXPECT_EQ(Describe(ReadText("k=\\x00\r\nj=2").Document), "[VI_Global] k=x00 | j=2");
 }
 
-TEST(ReadFileEscapes, AKeyNameCanBeOne) { EXPECT_EQ(ReadLine("\\x0041=1"), "A=1"); }
+TEST(ReadFileEscapes, AKeyNameCanBeOne) {
+    EXPECT_EQ(ReadLine("\\x0041=1"), "A=1");
+}
 
 TEST(ReadFileEscapes, ComeBeforeTheMeaningOfTheLine) {
     EXPECT_EQ(ReadLine("a\\x003D\\x0031"), "a=1");
@@ -304,8 +305,8 @@ TEST(ReadFileEscapes, ABackslashAtTheEndOfTheTextIsDropped) {
 }
 
 TEST(ReadFileEscapes, TheTextMustNotEndInOne) {
-    for (const char* content : {"key=\\x", "key=\\x0", "key=\\x00", "key=\\x004",
-                                "key=\\x0041\\x", "key=\\xD83D\\xDE0"}) {
+    for (const char* content : {"key=\\x", "key=\\x0", "key=\\x00", "key=\\x004", "key=\\x0041\\x",
+                                "key=\\xD83D\\xDE0"}) {
         EXPECT_EQ(RaisedBy<std::runtime_error>(content),
                   "Read beyond end of file, and found invalid unicode escape sequence!");
     }
@@ -349,7 +350,9 @@ TEST(ReadFileBlankLines, AreEntries) {
     EXPECT_EQ(section.EmptyLineCount, 3U);
 }
 
-TEST(ReadFileBlankLines, ALineOfSpacesIsOne) { EXPECT_EQ(ReadLine("   "), "(blank)"); }
+TEST(ReadFileBlankLines, ALineOfSpacesIsOne) {
+    EXPECT_EQ(ReadLine("   "), "(blank)");
+}
 
 TEST(ReadFileBlankLines, BringASectionIntoBeing) {
     EXPECT_EQ(Describe(ReadText("\n\n\n\n\n\n").Document),
@@ -472,9 +475,15 @@ TEST(ReadFileKeys, TheFirstSeparatorCounts) {
         std::string Expected;
     };
     const Row rows[] = {
-        {"key : value", "key=value"}, {"a:b=c", "a=b=c"},     {"a=b:c", "a=b:c"},
-        {"a==b", "a==b"},             {"a::b", "a=:b"},       {"a=b=c", "a=b=c"},
-        {"a=", "a="},                 {"a:", "a="},           {"  a = b", "a=b"},
+        {"key : value", "key=value"},
+        {"a:b=c", "a=b=c"},
+        {"a=b:c", "a=b:c"},
+        {"a==b", "a==b"},
+        {"a::b", "a=:b"},
+        {"a=b=c", "a=b=c"},
+        {"a=", "a="},
+        {"a:", "a="},
+        {"  a = b", "a=b"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(ReadLine(row.Line), row.Expected) << row.Line;
@@ -622,7 +631,7 @@ TEST(ReadFileArrays, AreKnownByTheirBrackets) {
         {"my list[] = 1", "mylist[]{0=1}"},
         {"a[1][] = 1", "a[]{0=1}"},
         {"a[[7] = 1", "a[]{7=1}"},
-        {"a[1[2] = 1", "a[]{0=1}"},  // the index between them has lost its last character
+        {"a[1[2] = 1", "a[]{0=1}"}, // the index between them has lost its last character
         {"a[12[2] = 1", "a[]{1=1}"},
         {"a[]] = 1", "a[]{]=1}"},
         {"a]b[] = 1", "a]b[]{0=1}"}, // in front of the bracket it belongs to the name

@@ -32,11 +32,16 @@ TEST(EncodeUtf8, TakesOneToFourBytes) {
         std::string Expected;
     };
     const Row rows[] = {
-        {0x00, Bytes("\0")},         {0x41, "A"},
-        {0x7F, "\x7F"},              {0x80, "\xC2\x80"},
-        {0x7FF, "\xDF\xBF"},         {0x800, "\xE0\xA0\x80"},
-        {0xFFFF, "\xEF\xBF\xBF"},    {0x10000, "\xF0\x90\x80\x80"},
-        {0x1F600, "\xF0\x9F\x98\x80"}, {0x10FFFF, "\xF4\x8F\xBF\xBF"},
+        {0x00, Bytes("\0")},
+        {0x41, "A"},
+        {0x7F, "\x7F"},
+        {0x80, "\xC2\x80"},
+        {0x7FF, "\xDF\xBF"},
+        {0x800, "\xE0\xA0\x80"},
+        {0xFFFF, "\xEF\xBF\xBF"},
+        {0x10000, "\xF0\x90\x80\x80"},
+        {0x1F600, "\xF0\x9F\x98\x80"},
+        {0x10FFFF, "\xF4\x8F\xBF\xBF"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(EncodeUtf8(row.CodePoint), row.Expected);
@@ -109,17 +114,17 @@ TEST(EscapeText, KeepsEveryPlainByte) {
 
 TEST(EscapeText, RaisesForInvalidSequences) {
     const std::string rows[] = {
-        "\x80",             // a following byte first
-        "\xBF",             //
+        "\x80",                 // a following byte first
+        "\xBF",                 //
         "\xF8\x88\x80\x80\x80", // the form of five bytes
-        "\xFF",             //
-        "\xC3",             // cut short
-        "\xE2\x82",         //
-        "\xF0\x9F\x98",     //
-        "\xC3z",            // not gone on with
-        "\xE2\x82z",        //
-        "\xE2z\xAC",        //
-        "\xF0\x9F\x98\xC0", //
+        "\xFF",                 //
+        "\xC3",                 // cut short
+        "\xE2\x82",             //
+        "\xF0\x9F\x98",         //
+        "\xC3z",                // not gone on with
+        "\xE2\x82z",            //
+        "\xE2z\xAC",            //
+        "\xF0\x9F\x98\xC0",     //
     };
     for (const std::string& row : rows) {
         try {

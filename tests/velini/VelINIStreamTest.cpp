@@ -119,8 +119,8 @@ TEST(VelINIStreamSetValue, TakesTextsOfItsOwnSections) {
     velINIStream document;
     document.SetValue("S", "k", "v", false);
     for (int i = 0; i < 20; ++i) {
-        document.SetValue(std::to_string(i), document.Sections[0].Name,
-                          document.Sections[0].Name, false);
+        document.SetValue(std::to_string(i), document.Sections[0].Name, document.Sections[0].Name,
+                          false);
     }
     EXPECT_EQ(document.GetValue("19", "S", ""), "S");
 }

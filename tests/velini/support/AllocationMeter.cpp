@@ -16,7 +16,9 @@ std::size_t Footprint(void* memory) {
 
 } // namespace
 
-velINI::Testing::AllocationCounts velINI::Testing::CurrentAllocations() { return counts; }
+velINI::Testing::AllocationCounts velINI::Testing::CurrentAllocations() {
+    return counts;
+}
 
 void* operator new(std::size_t size) {
     void* memory = std::malloc(size == 0 ? 1 : size);
@@ -24,6 +26,7 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     }
     ++counts.Allocations;
+    counts.AllocatedBytes += Footprint(memory);
     counts.LiveBytes += Footprint(memory);
     return memory;
 }
@@ -35,4 +38,6 @@ void operator delete(void* memory) noexcept {
     }
 }
 
-void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
+void operator delete(void* memory, std::size_t) noexcept {
+    operator delete(memory);
+}

@@ -9,9 +9,9 @@ namespace velINI::Testing {
 namespace {
 
 constexpr std::array<std::string_view, 24> Words = {
-    "audio",   "board",   "cursor", "delay",  "effect", "filter", "Gerät",  "height",
-    "input",   "joystick", "key",    "level",  "menu",   "network", "option", "player",
-    "quality", "repeat",  "screen", "texture", "größe",  "volume", "window", "zoom",
+    "audio",   "board",    "cursor", "delay",   "effect", "filter",  "Gerät",  "height",
+    "input",   "joystick", "key",    "level",   "menu",   "network", "option", "player",
+    "quality", "repeat",   "screen", "texture", "größe",  "volume",  "window", "zoom",
 };
 
 class FileMaker {
@@ -89,7 +89,9 @@ private:
 
 } // namespace
 
-std::string MakeRealisticFile(std::size_t size) { return FileMaker().Make(size); }
+std::string MakeRealisticFile(std::size_t size) {
+    return FileMaker().Make(size);
+}
 
 std::string MakeKeys(std::size_t count) {
     std::string text = "[Section]\n";

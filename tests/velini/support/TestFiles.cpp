@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <iostream>
 #include <initializer_list>
+#include <iostream>
 #include <unistd.h>
 
 namespace velINI::Testing {
@@ -60,7 +60,9 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::PathOf(std::string_view name) const { return (path_ / name).string(); }
+std::string TemporaryFolder::PathOf(std::string_view name) const {
+    return (path_ / name).string();
+}
 
 std::string TemporaryFolder::Store(std::string_view name, std::string_view content) const {
     std::string path = PathOf(name);
@@ -77,7 +79,9 @@ std::string ContentOf(const std::string& path) {
 
 PrintedText::PrintedText() : previous_(std::cout.rdbuf(buffer_.rdbuf())) {}
 
-PrintedText::~PrintedText() { std::cout.rdbuf(previous_); }
+PrintedText::~PrintedText() {
+    std::cout.rdbuf(previous_);
+}
 
 ReadResult ReadText(std::string_view content) {
     const TemporaryFolder folder;
@@ -108,7 +112,9 @@ std::string WrittenText(const velINIStream& document, bool spacing, TextEncoding
     return ContentOf(path);
 }
 
-std::string Describe(const std::vector<IniKey>& entries) { return DescribeElements(entries, " | "); }
+std::string Describe(const std::vector<IniKey>& entries) {
+    return DescribeElements(entries, " | ");
+}
 
 std::string Describe(const velINIStream& document) {
     std::string text;
