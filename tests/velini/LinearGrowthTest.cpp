@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace velINI {
 namespace {
 
@@ -35,6 +37,10 @@ struct Shape {
     const char* Name;
     std::string (*Make)(std::size_t count);
 };
+
+std::ostream& operator<<(std::ostream& out, const Shape& shape) {
+    return out << shape.Name;
+}
 
 class LinearGrowth : public ::testing::TestWithParam<Shape> {};
 
@@ -67,7 +73,8 @@ std::size_t BytesForWriting(const std::string& text) {
 }
 
 TEST_P(LinearGrowth, NotOfMemoryWhileWriting) {
-    EXPECT_LE(BytesForWriting(GetParam().Make(Many)), 2 * BytesForWriting(GetParam().Make(Few)));
+    constexpr std::size_t RoomForOneEntry = 1'000;
+    EXPECT_LE(BytesForWriting(GetParam().Make(Many)), RoomForOneEntry);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, LinearGrowth,

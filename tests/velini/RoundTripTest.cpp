@@ -52,9 +52,9 @@ TEST(RoundTrip, KeepsWhatTheAuthorWrote) {
 }
 
 TEST(RoundTrip, WritingAgainGivesTheSameBytes) {
-    const velINIStream document = ReadText(Testing::MakeRealisticFile(100'000)).Document;
-    const std::string once = WrittenText(document);
-    EXPECT_EQ(WrittenText(ReadText(once).Document), once);
+    const std::string text = Testing::MakeRealisticFile(100'000) + "last = 1\n";
+    const std::string once = WrittenText(ReadText(text).Document);
+    EXPECT_TRUE(WrittenText(ReadText(once).Document) == once);
 }
 
 TEST(RoundTrip, IsPlainAscii) {

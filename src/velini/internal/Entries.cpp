@@ -8,7 +8,10 @@ namespace velINI::Internal {
 
 IniKey& AppendEntry(std::vector<IniKey>& entries, KeyKind kind, std::string name,
                     std::string value) {
-    IniKey& entry = entries.emplace_back();
+    // Copying an empty entry is cheaper than value-initialising one, which first clears its memory.
+    static const IniKey Blank;
+    entries.push_back(Blank);
+    IniKey& entry = entries.back();
     entry.Kind = kind;
     entry.Name = std::move(name);
     entry.Value = std::move(value);

@@ -308,23 +308,22 @@ IniSection& LineParser::CurrentSection() {
             IniSection& section = document_.Sections.emplace_back();
             section.Name = sectionName_;
             section.Keys.reserve(ExpectedEntries());
-        }
-        if (keys_.size() < document_.Sections.size()) {
-            keys_.resize(document_.Sections.size());
+            newKeys_.Clear();
+            keys_ = &newKeys_;
+        } else {
+            keys_ = &oldKeys_[*section_];
         }
     }
     return document_.Sections[*section_];
 }
 
 std::size_t LineParser::LocateKey(const IniSection& section, std::string_view name) {
-    return keys_[*section_].Locate(section.Keys, name, comparisons_);
+    return keys_->Locate(section.Keys, name, comparisons_);
 }
 
 void LineParser::ReserveSections() {
     const auto headers = std::count_if(lines_.begin(), lines_.end(), IsHeader);
-    const std::size_t most = document_.Sections.size() + static_cast<std::size_t>(headers) + 1;
-    document_.Sections.reserve(most);
-    keys_.reserve(most);
+    document_.Sections.reserve(document_.Sections.size() + static_cast<std::size_t>(headers) + 1);
 }
 
 std::size_t LineParser::ExpectedEntries() const {

@@ -112,7 +112,13 @@ private:
     std::string error_;                  // what is wrong with the line at hand
 
     NameIndex<IniSection> sections_;
-    std::vector<NameIndex<IniKey>> keys_; // one for each section
+    // One index serves all sections that the text makes, in turn. A section that is come back to,
+    // or was there before, has one of its own for the rest of the text, so that it is built for no
+    // section more than twice.
+    NameIndex<IniKey> newKeys_;
+    std::unordered_map<std::size_t, NameIndex<IniKey>> oldKeys_;
+    NameIndex<IniKey>* keys_ = nullptr; // that of the current section
+
     std::unordered_map<ArrayKey, ArrayTable, ArrayKeyHash> arrays_;
 
     std::size_t comparisons_ = 0;

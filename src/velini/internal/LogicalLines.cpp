@@ -54,7 +54,8 @@ class LineDecoder {
 public:
     explicit LineDecoder(std::string& text) : text_(text), size_(text.size()) {
         text_.resize(size_ + 1);
-        lines_.reserve(1 + static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')));
+        constexpr std::size_t ShortLine = 32;
+        lines_.reserve(size_ / ShortLine + 1);
     }
 
     std::vector<std::string_view> Decode() {

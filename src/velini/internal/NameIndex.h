@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -30,15 +29,21 @@ public:
     /// that this does not grow with the list.
     std::size_t Locate(const std::vector<Record>& records, std::string_view name,
                        std::size_t& comparisons) {
-        if (table_ == nullptr) {
+        if (tags_.empty()) {
             if (records.size() < LongestWalk) {
                 return Walk(records, name, comparisons);
             }
             Build(records, records.capacity(), comparisons);
-        } else if (2 * table_->Used >= table_->Tags.size()) {
+        } else if (2 * used_ >= tags_.size()) {
             Build(records, 2 * records.size(), comparisons);
         }
         return Probe(records, name, records.size(), comparisons);
+    }
+
+    /// Makes the index ready for another list.
+    void Clear() {
+        tags_.clear();
+        used_ = 0;
     }
 
 private:
@@ -46,12 +51,6 @@ private:
     static constexpr std::size_t LongestWalk = 8;
 
     static constexpr std::uint8_t FreeTag = 0;
-
-    struct Table {
-        std::vector<std::uint8_t> Tags; // a power of two of them, no more than half of them used
-        std::vector<std::size_t> Positions;
-        std::size_t Used = 0;
-    };
 
     static std::size_t Walk(const std::vector<Record>& records, std::string_view name,
                             std::size_t& comparisons) {
@@ -66,9 +65,9 @@ private:
 
     void Build(const std::vector<Record>& records, std::size_t room, std::size_t& comparisons) {
         const std::size_t slots = std::bit_ceil(2 * room + 1);
-        table_ = std::make_unique<Table>();
-        table_->Tags.resize(slots, FreeTag);
-        table_->Positions.resize(slots);
+        Clear();
+        tags_.resize(slots, FreeTag);
+        positions_.resize(slots);
         for (std::size_t position = 0; position < records.size(); ++position) {
             Probe(records, records[position].Name, position, comparisons);
         }
@@ -80,24 +79,26 @@ private:
         const std::size_t hash = std::hash<std::string_view>()(name);
         const auto tag = static_cast<std::uint8_t>(
             0x80U | hash >> (std::numeric_limits<std::size_t>::digits - 7));
-        const std::size_t lastSlot = table_->Tags.size() - 1;
+        const std::size_t lastSlot = tags_.size() - 1;
         std::size_t slot = hash & lastSlot;
-        while (table_->Tags[slot] != FreeTag) {
-            if (table_->Tags[slot] == tag) {
+        while (tags_[slot] != FreeTag) {
+            if (tags_[slot] == tag) {
                 ++comparisons;
-                if (records[table_->Positions[slot]].Name == name) {
-                    return table_->Positions[slot];
+                if (records[positions_[slot]].Name == name) {
+                    return positions_[slot];
                 }
             }
             slot = (slot + 1) & lastSlot;
         }
-        table_->Tags[slot] = tag;
-        table_->Positions[slot] = position;
-        ++table_->Used;
+        tags_[slot] = tag;
+        positions_[slot] = position;
+        ++used_;
         return position;
     }
 
-    std::unique_ptr<Table> table_;
+    std::vector<std::uint8_t> tags_;     // a power of two of them, no more than half of them used
+    std::vector<std::size_t> positions_; // at least as many
+    std::size_t used_ = 0;
 };
 
 } // namespace velINI::Internal

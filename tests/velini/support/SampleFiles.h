@@ -8,8 +8,8 @@
 namespace velINI::Testing {
 
 /// A file as programs have them, of at least `size` bytes: settings with short values, half of them
-/// explained, language texts in quotes, some with letters beyond ASCII, comments, blank lines, and
-/// lists. Every INI library takes it.
+/// explained, language texts in quotes, some with letters beyond ASCII, comments and blank lines.
+/// Every INI library takes it.
 std::string MakeRealisticFile(std::size_t size);
 
 /// One shape of text, `count` lines of it.
