@@ -14,6 +14,7 @@
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <unistd.h>
 
 namespace velINI::Fuzzing {
@@ -26,21 +27,34 @@ inline void Require(bool condition, const char* what) {
     }
 }
 
-inline std::string ScratchPath(const char* name) {
-    static const std::string prefix =
-        (std::filesystem::temp_directory_path() / ("velini-fuzz-" + std::to_string(getpid()) + "-"))
-            .string();
-    return prefix + name;
-}
+/// A file in the temporary folder, removed when the fuzzer ends.
+class ScratchFile {
+public:
+    explicit ScratchFile(const char* name)
+        : path_((std::filesystem::temp_directory_path() /
+                 ("velini-fuzz-" + std::to_string(getpid()) + "-" + name))
+                    .string()) {}
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+    ~ScratchFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
+};
 
 /// Writes the input to a file and returns its path.
-inline std::string StoreInput(const std::uint8_t* data, std::size_t size) {
-    static const std::string path = ScratchPath("input.ini");
-    std::FILE* file = std::fopen(path.c_str(), "wb");
+inline const std::string& StoreInput(const std::uint8_t* data, std::size_t size) {
+    static const ScratchFile scratch("input.ini");
+    std::FILE* file = std::fopen(scratch.Path().c_str(), "wb");
     Require(file != nullptr, "the temporary folder can be written to");
     Require(std::fwrite(data, 1, size, file) == size, "the input fits on the disk");
     std::fclose(file);
-    return path;
+    return scratch.Path();
 }
 
 /// What ReadFile said. Failed stands for an exception, of a documented kind.

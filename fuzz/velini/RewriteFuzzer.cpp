@@ -227,7 +227,8 @@ bool Write(const velINIStream& document, const std::string& path, bool spacing,
 }
 
 void CheckRewriting(const velINIStream& document, bool spacing) {
-    static const std::string path = velINI::Fuzzing::ScratchPath("output.ini");
+    static const velINI::Fuzzing::ScratchFile output("output.ini");
+    const std::string& path = output.Path();
     const bool survives = Survives(document);
     std::optional<velINIStream> reference;
     std::optional<Outcome> referenceOutcome;

@@ -26,7 +26,7 @@ public:
     /// The facet of the wide conversions, for char16_t and char32_t: std::codecvt, with a
     /// destructor that lets the conversion own it. Complete only where the conversions are made.
     template <class Character>
-    class velINICodeCvt;
+    class velINICodeCvt; // NOLINT(cppcoreguidelines-virtual-class-destructor): virtual in its base
 
     /// The line end of written files.
     std::string NewLine = "\r\n";

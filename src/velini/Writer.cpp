@@ -24,7 +24,8 @@ constexpr std::array<std::string_view, 2> HeaderlessSections = {Internal::Global
                                                                 "vi_global"};
 
 void WriteBytes(std::string_view bytes, std::FILE* file) {
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
+    // Failed writes go undetected, by the library's contract.
+    static_cast<void>(std::fwrite(bytes.data(), 1, bytes.size(), file));
 }
 
 template <class Unit>

@@ -9,8 +9,8 @@ namespace velINI::Internal {
 IniKey& AppendEntry(std::vector<IniKey>& entries, KeyKind kind, std::string name,
                     std::string value) {
     // Copying an empty entry is cheaper than value-initialising one, which first clears its memory.
-    static const IniKey Blank;
-    entries.push_back(Blank);
+    static const IniKey blank;
+    entries.push_back(blank);
     IniKey& entry = entries.back();
     entry.Kind = kind;
     entry.Name = std::move(name);

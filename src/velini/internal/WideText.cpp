@@ -17,6 +17,7 @@
 namespace velINI {
 
 template <class Character>
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): virtual in its base
 class velINIStream::velINICodeCvt : public std::codecvt<Character, char, std::mbstate_t> {
 public:
     ~velINICodeCvt() override = default;
