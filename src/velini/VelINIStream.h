@@ -57,7 +57,9 @@ public:
     /// sections and a line end at the end. Without it, the file ends without a line end.
     ///
     /// False, with a message on the standard output, when the file cannot be opened. Failed writes
-    /// are not detected. Raises what EscapeText raises, with the file written up to the entry.
+    /// are not detected. Raises what EscapeText raises, and in the wide encodings what WriteEncoded
+    /// raises when NewLine or one of the characters above is not UTF-8; the file is then written up
+    /// to that entry.
     bool WriteFile(const std::string& path, bool spacing, TextEncoding encoding) const;
 
     std::size_t SectionCount() const;
