@@ -145,6 +145,8 @@ RunState GameSession::WaitForRun(const RunState* hint) {
 
 void GameSession::StartNewGame() {
     SelectMenuRow(MenuRow::NewGame);
+    // Here, where no time of the run goes by.
+    Eyes.LearnRuns();
     Press({"Return"});
     WaitForPlay();
 }

@@ -14,8 +14,11 @@ namespace {
 
 constexpr int MostRuns = 10;
 
-// A run with so many packets gone is not worth going on with.
-constexpr std::int32_t HopelessFailures = 8;
+// A run with so many packets gone is given up, well before it would end among the keys of a move.
+constexpr std::int32_t HopelessFailures = 6;
+
+// A picture can show what the reader does not know (two packets that cross), but the next is new.
+constexpr int MostGlances = 100;
 
 constexpr const char* FastForwardKey = "Shift_L";
 
@@ -56,40 +59,57 @@ bool IsHopeless(const RunState& run) {
     return WideSum(run.LostPackets, run.CorruptedPackets) >= HopelessFailures;
 }
 
-// Presses the keys and stops the clock, all in one go. Once another screen is there, all of them
-// have been taken.
-//
-// That screen may also be the end of the run: then Escape has led to the main menu, or is about to,
-// and Return begins a new run there, as it resumes this one on the pause menu.
-void PressAndThink(GameSession& game, std::vector<std::string> keys) {
-    keys.emplace_back("Escape");
-    game.Press(keys);
-    game.WaitForOtherThanPlay();
-    game.Resume();
+// The player thinks while the game is paused. A run that ends before it can be paused does no harm:
+// Escape then leads from its result to the main menu, and the Return that should resume it begins a
+// new run there.
+
+// The run as it was at a glance, from pause to pause.
+RunState Glance(GameSession& game, const RunState* hint) {
+    std::string trouble;
+    for (int glances = 0; glances < MostGlances; ++glances) {
+        game.Resume();
+        const Screenshot seen = game.LastSeen();
+        game.Pause();
+        const ReadResult result = game.Reader().ReadRun(seen, hint);
+        if (result.Run) {
+            return *result.Run;
+        }
+        trouble = result.Trouble;
+    }
+    throw std::runtime_error("The play screen cannot be read: " + trouble);
 }
 
-// Nothing when the run has come to an end, or will.
-std::optional<RunState> BuildRoute(GameSession& game, RunState run) {
+// Presses the keys from pause to pause. Once the game is paused again, all of them have been taken.
+void Act(GameSession& game, std::vector<std::string> keys) {
+    keys.emplace_back("Escape");
+    game.Resume();
+    game.Press(keys);
+    game.WaitForOtherThanPlay();
+}
+
+// From pause to pause. False when the run is going to end before it has a route.
+bool BuildRoute(GameSession& game) {
+    RunState run = Glance(game, nullptr);
     while (!IsHopeless(run)) {
         if (DeliversCleanly(run)) {
             // From a source or a sink the cursor hides nothing of what was built.
             const Endpoint& source = run.Sources.front();
             if (run.CursorX == source.X && run.CursorY == source.Y) {
-                return run;
+                return true;
             }
-            PressAndThink(game, KeysToCell(run, {source.X, source.Y}));
-            run = game.WaitForRun(&run);
+            Act(game, KeysToCell(run, {source.X, source.Y}));
+            run = Glance(game, &run);
             continue;
         }
         const std::optional<Placement> placement = PlanPlacement(run);
         if (!placement) {
             break;
         }
-        PressAndThink(game, KeysFor(run, *placement));
+        Act(game, KeysFor(run, *placement));
         const RunState expected = AfterPlacement(run, *placement);
-        run = game.WaitForRun(&expected);
+        run = Glance(game, &expected);
     }
-    return std::nullopt;
+    return false;
 }
 
 // What became of waiting for packets.
@@ -119,26 +139,27 @@ Outcome WatchPackets(GameSession& game, std::int32_t packets) {
     return outcome;
 }
 
+// Nothing when it comes to nothing; the game is paused then.
 std::optional<RunState> PlayOneRun(GameSession& game, std::int32_t packets) {
-    RunState run = game.WaitForRun();
-    while (true) {
-        const std::optional<RunState> built = BuildRoute(game, run);
-        if (!built) {
-            return std::nullopt;
-        }
+    game.Pause();
+    while (BuildRoute(game)) {
+        game.Resume();
         const Outcome outcome = WatchPackets(game, packets);
         if (outcome == Outcome::Ended) {
-            // From the result screen Return leads to the main menu, and there to a new run.
+            // From the result screen Return leads to the main menu.
             game.Press({"Return"});
             game.StartNewGame();
         }
+        RunState run;
         do {
             run = game.WaitForRun();
         } while (run.FastForward);
         if (outcome == Outcome::Delivered) {
             return run;
         }
+        game.Pause();
     }
+    return std::nullopt;
 }
 
 } // namespace
@@ -148,7 +169,6 @@ RunState PlayUntilDelivered(GameSession& game, std::int32_t packets) {
         if (const std::optional<RunState> run = PlayOneRun(game, packets)) {
             return *run;
         }
-        game.Pause();
         game.LeaveToMenu();
         game.StartNewGame();
     }

@@ -140,6 +140,11 @@ ScreenReader::~ScreenReader() {
     ReleaseTextureAtlas();
 }
 
+void ScreenReader::LearnRuns() {
+    LearnStillParts();
+    LearnLooks();
+}
+
 std::optional<MenuView> ScreenReader::ReadMenu(const Screenshot& screen) const {
     const auto shows = [&](const Ink& ink) {
         for (std::size_t i = 0; i < ink.Places.size(); ++i) {
@@ -210,7 +215,7 @@ ReadResult ScreenReader::ReadRun(const Screenshot& screen, const RunState* hint)
     if (!cursor) {
         return {std::nullopt, "it is not the play screen"};
     }
-    LearnLooks();
+    LearnRuns();
     RunState run = EmptyRun();
     run.CursorX = cursor->X;
     run.CursorY = cursor->Y;

@@ -56,6 +56,9 @@ public:
     ScreenReader(ScreenReader&&) = delete;
     ScreenReader& operator=(ScreenReader&&) = delete;
 
+    /// Draws beforehand all that ReadRun needs, which takes a second. Else its first call does.
+    void LearnRuns();
+
     /// Nothing when it is not the main menu at full brightness. The screen may be smaller than the
     /// window.
     std::optional<MenuView> ReadMenu(const Screenshot& screen) const;
@@ -111,7 +114,6 @@ private:
     std::size_t PlaceOf(std::int32_t x, std::int32_t y) const;
     bool SeesAll(const Screenshot& screen) const;
 
-    // What it takes some time to draw is drawn when it is first needed.
     void LearnMenu();
     void LearnStillParts();
     void LearnLooks();
