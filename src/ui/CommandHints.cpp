@@ -82,8 +82,8 @@ private:
 };
 
 bool HasFactoryCursorButtons(const GamepadTable& bindings) {
-    constexpr auto cursorActions = ActionIndex(InputAction::CursorRight) + 1;
-    return std::equal(bindings.begin(), bindings.begin() + cursorActions,
+    constexpr auto CursorActions = ActionIndex(InputAction::CursorRight) + 1;
+    return std::equal(bindings.begin(), bindings.begin() + CursorActions,
                       FactoryBindings::Gamepad.begin());
 }
 

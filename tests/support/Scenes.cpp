@@ -232,13 +232,13 @@ void ArrangeNegativeScore(SceneWorld& world) {
 void ArrangeOvershotCounters(SceneWorld& world) {
     ArrangeBusyRun(world);
     RunState& run = LiveRun();
-    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    run.Level = most;
+    constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
+    run.Level = Most;
     run.TotalScore = std::numeric_limits<std::int32_t>::min();
-    run.LevelTargetPackets = most;
-    run.DeliveredPackets = most;
-    run.LostPackets = most;
-    run.CorruptedPackets = most;
+    run.LevelTargetPackets = Most;
+    run.DeliveredPackets = Most;
+    run.LostPackets = Most;
+    run.CorruptedPackets = Most;
     run.FailureThreshold = 0;
 }
 

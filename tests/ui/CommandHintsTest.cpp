@@ -115,10 +115,10 @@ TEST_F(Hints, CallKeysOutsideTheKeyboardUnbound) {
 TEST_F(Hints, NumberAKeyWithoutAName) { EXPECT_EQ(ShortKeyLabel(511), "SCANCO"); }
 
 TEST_F(Hints, ShortenTheNamesOfGamepadButtons) {
-    constexpr const char* labels[] = {"A",  "B",  "X",  "Y",   "BACK", "GUIDE", "START", "L3",
+    constexpr const char* Labels[] = {"A",  "B",  "X",  "Y",   "BACK", "GUIDE", "START", "L3",
                                       "R3", "LB", "RB", "DUP", "DDN",  "DLT",   "DRT"};
     for (std::int32_t button = 0; button < 15; ++button) {
-        EXPECT_EQ(ShortPadLabel(button), labels[button]) << button;
+        EXPECT_EQ(ShortPadLabel(button), Labels[button]) << button;
     }
     EXPECT_EQ(ShortPadLabel(15), "MISC1");
     EXPECT_EQ(ShortPadLabel(16), "PADDLE");
@@ -152,11 +152,11 @@ TEST_F(BindingTexts, NameTheActionsOfEachDevice) {
 }
 
 TEST_F(BindingTexts, BeginAJoysticksTableWithRotation) {
-    constexpr const char* labels[] = {"ROTATE LEFT",  "ROTATE RIGHT", "PLACE TILE", "FAST FORWARD",
+    constexpr const char* Labels[] = {"ROTATE LEFT",  "ROTATE RIGHT", "PLACE TILE", "FAST FORWARD",
                                       "MENU CONFIRM", "MENU BACK",    "CURSOR UP",  "CURSOR DOWN",
                                       "CURSOR LEFT",  "CURSOR RIGHT"};
     for (std::int32_t i = 0; i < 10; ++i) {
-        EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, i), labels[i]);
+        EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, i), Labels[i]);
     }
 }
 

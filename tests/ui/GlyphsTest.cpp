@@ -41,11 +41,11 @@ constexpr const char* DesignersList =
     "1E9E:3C42427C42427C40 ";
 
 std::string RowsInHex(const Glyph& glyph) {
-    constexpr const char* digits = "0123456789ABCDEF";
+    constexpr const char* Digits = "0123456789ABCDEF";
     std::string hex;
     for (const std::uint8_t row : glyph) {
-        hex += digits[row >> 4U];
-        hex += digits[row & 15U];
+        hex += Digits[row >> 4U];
+        hex += Digits[row & 15U];
     }
     return hex;
 }

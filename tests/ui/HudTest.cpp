@@ -282,12 +282,12 @@ TEST_F(HudPicture, MarksTheTileInHandAndTurnsOnlyThat) {
     const HudLayout hud = Layout();
     const auto left = static_cast<std::int32_t>(hud.TileX);
     const auto top = static_cast<std::int32_t>(hud.TileY);
-    constexpr Rgb wire = {0x54, 0xce, 0xe0};
+    constexpr Rgb Wire = {0x54, 0xce, 0xe0};
     EXPECT_EQ(picture.At(left, top), (Rgb{0xec, 0xd6, 0x88}));
     EXPECT_EQ(picture.At(left, top + 82), (Rgb{0x2c, 0x60, 0x58}));
-    EXPECT_EQ(picture.At(left + 20, top + 36), wire);
-    EXPECT_EQ(picture.At(left + 36, top + 82 + 20), wire);
-    EXPECT_NE(picture.At(left + 20, top + 82 + 36), wire);
+    EXPECT_EQ(picture.At(left + 20, top + 36), Wire);
+    EXPECT_EQ(picture.At(left + 36, top + 82 + 20), Wire);
+    EXPECT_NE(picture.At(left + 20, top + 82 + 36), Wire);
 }
 
 TEST_F(HudPicture, ShowsChevronsInTheStatusTitleWhileFastForwardIsHeld) {

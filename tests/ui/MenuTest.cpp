@@ -40,7 +40,7 @@ protected:
 };
 
 TEST_F(Rain, KeepsATextureOfAThirdOfTheCanvas) {
-    constexpr std::array<std::array<std::int32_t, 2>, 8> widths = {{
+    constexpr std::array<std::array<std::int32_t, 2>, 8> Widths = {{
         {1280, 427},
         {960, 320},
         {2560, 854},
@@ -50,7 +50,7 @@ TEST_F(Rain, KeepsATextureOfAThirdOfTheCanvas) {
         {1, 1},
         {1727, 576},
     }};
-    for (const auto& [width, textureWidth] : widths) {
+    for (const auto& [width, textureWidth] : Widths) {
         DrawBinaryRain(Canvas.Renderer(), static_cast<float>(width), true);
         ASSERT_NE(RainCache.Texture, nullptr);
         EXPECT_EQ(RainCache.TextureWidth, textureWidth);
@@ -208,14 +208,14 @@ TEST_F(Menu, LosesItsDigitsWhileTheGameQuits) {
 TEST_F(Menu, PutsTheTwoWordsOfTheTitleApart) {
     // Ten pixels a font pixel: nine characters of 70, centred on 640, the title's top at 181.
     const Picture picture = Shown();
-    constexpr Rgb green = {0x70, 0xf6, 0x9e};
-    constexpr Rgb teal = {0x54, 0xe6, 0xc3};
+    constexpr Rgb Green = {0x70, 0xf6, 0x9e};
+    constexpr Rgb Teal = {0x54, 0xe6, 0xc3};
     bool greenLeft = false;
     bool tealRight = false;
     for (std::int32_t y = 181; y < 261; ++y) {
         for (std::int32_t x = 0; x < 1280; ++x) {
-            const bool isGreen = picture.At(x, y) == green;
-            const bool isTeal = picture.At(x, y) == teal;
+            const bool isGreen = picture.At(x, y) == Green;
+            const bool isTeal = picture.At(x, y) == Teal;
             greenLeft = greenLeft || isGreen;
             tealRight = tealRight || isTeal;
             EXPECT_TRUE(!isGreen || (x >= 325 && x < 605)) << x;
@@ -245,18 +245,18 @@ Picture DrawnBox(std::string_view heading, std::span<const std::string> paragrap
 
 TEST(NoteBoxes, AreFramedWithTheAccentOnTop) {
     const Picture picture = DrawnBox("", {});
-    constexpr Rgb line = {0x2c, 0x60, 0x58};
+    constexpr Rgb Line = {0x2c, 0x60, 0x58};
     for (const std::int32_t x : {10, 100, 209}) {
         EXPECT_EQ(picture.At(x, 10), BoxAccentPixel);
         EXPECT_EQ(picture.At(x, 11), BoxAccentPixel);
-        EXPECT_EQ(picture.At(x, 128), line);
-        EXPECT_EQ(picture.At(x, 129), line);
+        EXPECT_EQ(picture.At(x, 128), Line);
+        EXPECT_EQ(picture.At(x, 129), Line);
     }
-    EXPECT_EQ(picture.At(10, 60), line);
-    EXPECT_EQ(picture.At(11, 60), line);
-    EXPECT_EQ(picture.At(208, 60), line);
-    EXPECT_EQ(picture.At(209, 60), line);
-    EXPECT_NE(picture.At(12, 60), line);
+    EXPECT_EQ(picture.At(10, 60), Line);
+    EXPECT_EQ(picture.At(11, 60), Line);
+    EXPECT_EQ(picture.At(208, 60), Line);
+    EXPECT_EQ(picture.At(209, 60), Line);
+    EXPECT_NE(picture.At(12, 60), Line);
     EXPECT_EQ(picture.At(210, 60), (Rgb{0, 0, 0}));
 }
 

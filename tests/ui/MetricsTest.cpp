@@ -57,7 +57,7 @@ TEST(UiMetrics, HaveSmallerMenusAndALargerHudInASmallerPicture) {
         std::int32_t UiMetrics::*Field;
         std::int32_t Scales[3];
     };
-    constexpr Row rows[] = {
+    constexpr Row Rows[] = {
         {&UiMetrics::MenuTitleScale, {10, 9, 7}},  {&UiMetrics::MenuItemScale, {4, 3, 2}},
         {&UiMetrics::MenuCursorScale, {3, 2, 2}},  {&UiMetrics::MenuFooterScale, {3, 2, 2}},
         {&UiMetrics::ScreenTitleScale, {6, 5, 4}}, {&UiMetrics::SectionScale, {4, 3, 2}},
@@ -69,7 +69,7 @@ TEST(UiMetrics, HaveSmallerMenusAndALargerHudInASmallerPicture) {
     for (std::size_t density = 0; density < 3; ++density) {
         EXPECT_EQ(measured[density].Density, static_cast<std::int32_t>(density));
         EXPECT_EQ(measured[density].HudCompact, density != 0);
-        for (const Row& row : rows) {
+        for (const Row& row : Rows) {
             EXPECT_EQ(measured[density].*row.Field, row.Scales[density]);
         }
     }

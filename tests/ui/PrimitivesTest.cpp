@@ -60,17 +60,17 @@ TEST(Rectangles, HaveAnOutlineOfOnePixel) {
 }
 
 TEST(Batches, LookLikeSingleRectanglesEvenWhereTheyOverlap) {
-    constexpr PackedColor glass = Rgba(0x80c0ff60);
+    constexpr PackedColor Glass = Rgba(0x80c0ff60);
     SoftwareCanvas single(SmallCanvas);
-    FillRect(single.Renderer(), 1.0F, 1.0F, 10.0F, 10.0F, glass);
-    FillRect(single.Renderer(), 5.0F, 5.0F, 10.0F, 10.0F, glass);
+    FillRect(single.Renderer(), 1.0F, 1.0F, 10.0F, 10.0F, Glass);
+    FillRect(single.Renderer(), 5.0F, 5.0F, 10.0F, 10.0F, Glass);
     const Picture expected = single.Read();
 
     SoftwareCanvas batched(SmallCanvas);
     RectBatch batch;
     batch.Add(1.0F, 1.0F, 10.0F, 10.0F);
     batch.Add(5.0F, 5.0F, 10.0F, 10.0F);
-    batch.Flush(batched.Renderer(), glass);
+    batch.Flush(batched.Renderer(), Glass);
     EXPECT_EQ(batched.Read(), expected);
 }
 

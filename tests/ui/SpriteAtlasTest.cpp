@@ -57,21 +57,21 @@ TEST(SpriteAtlas, HasTheSpritesSideBySideInGutters) {
 
 TEST(SpriteAtlas, ShowsThePictures) {
     const Picture atlas = WholeAtlas();
-    constexpr std::int32_t move = 1;
-    constexpr std::int32_t rotate = 19;
-    constexpr std::int32_t place = 37;
-    constexpr std::int32_t forward = 55;
-    EXPECT_EQ(atlas.At(move + 7, 1 + 1), (Rgb{0x7a, 0xa8, 0xe6}));
-    EXPECT_EQ(atlas.At(move + 1, 1 + 7), (Rgb{0x7a, 0xa8, 0xe6}));
-    EXPECT_EQ(atlas.At(move + 8, 1 + 8), (Rgb{0xb0, 0xd2, 0xfc}));
-    EXPECT_EQ(atlas.At(move + 9, 1 + 6), Black);
-    EXPECT_EQ(atlas.At(rotate + 10, 1 + 1), (Rgb{0xe0, 0xc6, 0xff}));
-    EXPECT_EQ(atlas.At(rotate + 3, 1 + 8), (Rgb{0xc4, 0x9a, 0xff}));
-    EXPECT_EQ(atlas.At(place + 3, 1 + 3), (Rgb{0x5e, 0xb0, 0x82}));
-    EXPECT_EQ(atlas.At(place + 5, 1 + 7), (Rgb{0xa0, 0xee, 0xba}));
-    EXPECT_EQ(atlas.At(place + 8, 1 + 8), (Rgb{0xc6, 0xfc, 0xd6}));
-    EXPECT_EQ(atlas.At(forward + 4, 1 + 6), (Rgb{0xff, 0xe4, 0xa6}));
-    EXPECT_EQ(atlas.At(forward + 12, 1 + 8), (Rgb{0xff, 0xd0, 0x78}));
+    constexpr std::int32_t Move = 1;
+    constexpr std::int32_t Rotate = 19;
+    constexpr std::int32_t Place = 37;
+    constexpr std::int32_t Forward = 55;
+    EXPECT_EQ(atlas.At(Move + 7, 1 + 1), (Rgb{0x7a, 0xa8, 0xe6}));
+    EXPECT_EQ(atlas.At(Move + 1, 1 + 7), (Rgb{0x7a, 0xa8, 0xe6}));
+    EXPECT_EQ(atlas.At(Move + 8, 1 + 8), (Rgb{0xb0, 0xd2, 0xfc}));
+    EXPECT_EQ(atlas.At(Move + 9, 1 + 6), Black);
+    EXPECT_EQ(atlas.At(Rotate + 10, 1 + 1), (Rgb{0xe0, 0xc6, 0xff}));
+    EXPECT_EQ(atlas.At(Rotate + 3, 1 + 8), (Rgb{0xc4, 0x9a, 0xff}));
+    EXPECT_EQ(atlas.At(Place + 3, 1 + 3), (Rgb{0x5e, 0xb0, 0x82}));
+    EXPECT_EQ(atlas.At(Place + 5, 1 + 7), (Rgb{0xa0, 0xee, 0xba}));
+    EXPECT_EQ(atlas.At(Place + 8, 1 + 8), (Rgb{0xc6, 0xfc, 0xd6}));
+    EXPECT_EQ(atlas.At(Forward + 4, 1 + 6), (Rgb{0xff, 0xe4, 0xa6}));
+    EXPECT_EQ(atlas.At(Forward + 12, 1 + 8), (Rgb{0xff, 0xd0, 0x78}));
     for (std::int32_t x = 72; x < 90; ++x) {
         EXPECT_EQ(atlas.At(x, 9), Black) << "the fifth cell is spare";
     }
