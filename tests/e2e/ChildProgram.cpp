@@ -28,10 +28,10 @@ std::vector<std::string> ChangedEnvironment(const std::vector<EnvironmentChange>
     for (char** setting = environ; *setting != nullptr; ++setting) {
         settings.emplace_back(*setting);
     }
-    for (const auto& [name, value] : changes) {
-        std::erase_if(settings, [&](const std::string& s) { return NameOf(s) == name; });
-        if (value) {
-            settings.push_back(name + "=" + *value);
+    for (const EnvironmentChange& change : changes) {
+        std::erase_if(settings, [&](const std::string& s) { return NameOf(s) == change.first; });
+        if (change.second) {
+            settings.push_back(change.first + "=" + *change.second);
         }
     }
     return settings;

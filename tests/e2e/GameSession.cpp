@@ -145,8 +145,6 @@ RunState GameSession::WaitForRun(const RunState* hint) {
 
 void GameSession::StartNewGame() {
     SelectMenuRow(MenuRow::NewGame);
-    // Here, where no time of the run goes by.
-    Eyes.LearnRuns();
     Press({"Return"});
     WaitForPlay();
 }

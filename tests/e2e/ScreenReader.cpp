@@ -5,7 +5,6 @@
 #include "input/ControllerSet.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
-#include "ui/BinaryRain.h"
 #include "ui/BoardLayout.h"
 #include "ui/BoardScreen.h"
 #include "ui/Color.h"
@@ -14,14 +13,11 @@
 #include "ui/HudLayout.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
-#include "ui/Primitives.h"
-#include "ui/SpriteAtlas.h"
 
-#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_render.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <stdexcept>
 
 namespace Wirefall::Testing {
@@ -36,20 +32,17 @@ constexpr std::int32_t CounterValues = 24;
 
 constexpr std::int32_t Off = -1;
 
-Pixel Opaque(PackedColor color) {
-    return (Pixel{RedOf(color)} << 16U) | (Pixel{GreenOf(color)} << 8U) | Pixel{BlueOf(color)};
-}
+Rgb Opaque(PackedColor color) { return {RedOf(color), GreenOf(color), BlueOf(color)}; }
 
-[[noreturn]] void Refuse(const char* what) {
-    throw std::runtime_error(std::string(what) + ": " + SDL_GetError());
-}
-
-// FNV-1a, 64 bits, over whole pixels.
+// FNV-1a, 64 bits, over the pixels of the rectangle.
 std::uint64_t HashOf(const Screenshot& picture, const SDL_Rect& rect) {
     std::uint64_t hash = 0xcbf29ce484222325U;
     for (int y = rect.y; y < rect.y + rect.h; ++y) {
         for (int x = rect.x; x < rect.x + rect.w; ++x) {
-            hash = (hash ^ picture.At(x, y)) * 0x100000001b3U;
+            const Rgb& pixel = picture.At(x, y);
+            for (const std::uint8_t byte : {pixel.R, pixel.G, pixel.B}) {
+                hash = (hash ^ byte) * 0x100000001b3U;
+            }
         }
     }
     return hash;
@@ -112,32 +105,16 @@ std::vector<std::pair<TileType, std::int32_t>> DistinctTiles() {
 } // namespace
 
 ScreenReader::ScreenReader(const WindowSize& size)
-    : Size(size), Surface(SDL_CreateSurface(size.Width, size.Height, SDL_PIXELFORMAT_XRGB8888)) {
-    if (Surface == nullptr) {
-        Refuse("SDL_CreateSurface");
-    }
-    Renderer.reset(SDL_CreateSoftwareRenderer(Surface.get()));
-    if (Renderer == nullptr) {
-        Refuse("SDL_CreateSoftwareRenderer");
-    }
-    SDL_SetRenderDrawBlendMode(Renderer.get(), SDL_BLENDMODE_BLEND);
-    if (!SDL_SetRenderLogicalPresentation(Renderer.get(), size.LogicalWidth, LogicalHeight,
-                                          SDL_LOGICAL_PRESENTATION_LETTERBOX) ||
-        !SDL_GetRenderLogicalPresentationRect(Renderer.get(), &Canvas)) {
-        Refuse("SDL_SetRenderLogicalPresentation");
-    }
-    if (!BuildTextureAtlas(Renderer.get())) {
-        Refuse("BuildTextureAtlas");
-    }
+    : Size(size),
+      Canvas({.LogicalWidth = size.LogicalWidth,
+              .LogicalHeight = LogicalHeight,
+              .SurfaceWidth = size.Width,
+              .SurfaceHeight = size.Height}) {
+    SDL_GetRenderLogicalPresentationRect(Canvas.Renderer(), &Presented);
     LogicalWidth = size.LogicalWidth;
     const CommandHints hints = BuildCommandHints(GameApp{}, ControllerSet{});
     StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
     LearnMenu();
-}
-
-ScreenReader::~ScreenReader() {
-    ReleaseRainCache();
-    ReleaseTextureAtlas();
 }
 
 void ScreenReader::LearnRuns() {
@@ -150,7 +127,7 @@ std::optional<MenuView> ScreenReader::ReadMenu(const Screenshot& screen) const {
         for (std::size_t i = 0; i < ink.Places.size(); ++i) {
             const auto x = static_cast<std::int32_t>(ink.Places[i]) % Size.Width;
             const auto y = static_cast<std::int32_t>(ink.Places[i]) / Size.Width;
-            if (screen.Holds(x, y) && screen.At(x, y) != ink.Colors[i]) {
+            if (Holds(screen, x, y) && screen.At(x, y) != ink.Colors[i]) {
                 return false;
             }
         }
@@ -163,7 +140,7 @@ std::optional<MenuView> ScreenReader::ReadMenu(const Screenshot& screen) const {
 std::uint64_t ScreenReader::MenuBrightness(const Screenshot& screen) const {
     std::uint64_t sum = 0;
     for (const std::size_t place : Menus.front().Places) {
-        sum += screen.Pixels.at(place) >> 8U & 0xffU;
+        sum += screen.Pixels.at(place).G;
     }
     return sum;
 }
@@ -191,7 +168,7 @@ std::optional<Cell> ScreenReader::ReadCursor(const Screenshot& screen) {
     // board changes more.
     const BoardLayout layout = PlaceBoard(Size.LogicalWidth, LogicalHeight);
     const auto cellSize = static_cast<float>(layout.CellSize);
-    const float scale = Canvas.w / static_cast<float>(Size.LogicalWidth);
+    const float scale = Presented.w / static_cast<float>(Size.LogicalWidth);
     constexpr float rounding = 4.0F;
     const auto longest = static_cast<std::int32_t>(cellSize * scale + rounding);
     if (right < left || right - left > longest || bottom - top > longest) {
@@ -202,8 +179,8 @@ std::optional<Cell> ScreenReader::ReadCursor(const Screenshot& screen) {
         return static_cast<std::int32_t>(
             std::floor((middle - static_cast<float>(board)) / cellSize));
     };
-    const Cell cell = {cellAt(left, right, Canvas.x, layout.BoardX),
-                       cellAt(top, bottom, Canvas.y, layout.BoardY)};
+    const Cell cell = {cellAt(left, right, Presented.x, layout.BoardX),
+                       cellAt(top, bottom, Presented.y, layout.BoardY)};
     return InBounds(RunState{}, cell.X, cell.Y) ? std::optional(cell) : std::nullopt;
 }
 
@@ -251,45 +228,27 @@ ReadResult ScreenReader::ReadRun(const Screenshot& screen, const RunState* hint)
 Screenshot ScreenReader::DrawRun(const RunState& run) {
     BeginDrawing();
     DrawBoard(run);
-    return Shown();
+    return Canvas.Read();
 }
 
 void ScreenReader::BeginDrawing() {
-    SDL_SetRenderClipRect(Renderer.get(), nullptr);
-    SetDrawColor(Renderer.get(), Rgba(0x000000ff));
-    SDL_RenderClear(Renderer.get());
+    SDL_SetRenderClipRect(Canvas.Renderer(), nullptr);
+    Canvas.Clear();
 }
 
 void ScreenReader::DrawBoard(const RunState& run) {
     MakeLive(run);
-    DrawBoardScreen(Renderer.get(), Size.LogicalWidth, LogicalHeight);
-}
-
-Screenshot ScreenReader::Shown() const {
-    SDL_RenderPresent(Renderer.get());
-    Screenshot picture{.Width = Size.Width, .Height = Size.Height, .Pixels = {}};
-    const auto rowPixels = static_cast<std::size_t>(Size.Width);
-    picture.Pixels.resize(rowPixels * static_cast<std::size_t>(Size.Height));
-    const auto* const bytes = static_cast<const std::uint8_t*>(Surface->pixels);
-    for (std::size_t row = 0; row < static_cast<std::size_t>(Size.Height); ++row) {
-        std::memcpy(picture.Pixels.data() + row * rowPixels,
-                    bytes + row * static_cast<std::size_t>(Surface->pitch),
-                    rowPixels * sizeof(Pixel));
-    }
-    for (Pixel& pixel : picture.Pixels) {
-        pixel &= 0xffffffU;
-    }
-    return picture;
+    DrawBoardScreen(Canvas.Renderer(), Size.LogicalWidth, LogicalHeight);
 }
 
 // Only whole pixels inside.
 SDL_Rect ScreenReader::PixelsOf(float x, float y, float w, float h) const {
-    const float scaleX = Canvas.w / static_cast<float>(Size.LogicalWidth);
-    const float scaleY = Canvas.h / static_cast<float>(LogicalHeight);
-    const auto left = static_cast<int>(std::ceil(Canvas.x + x * scaleX));
-    const auto top = static_cast<int>(std::ceil(Canvas.y + y * scaleY));
-    const auto right = static_cast<int>(std::floor(Canvas.x + (x + w) * scaleX));
-    const auto bottom = static_cast<int>(std::floor(Canvas.y + (y + h) * scaleY));
+    const float scaleX = Presented.w / static_cast<float>(Size.LogicalWidth);
+    const float scaleY = Presented.h / static_cast<float>(LogicalHeight);
+    const auto left = static_cast<int>(std::ceil(Presented.x + x * scaleX));
+    const auto top = static_cast<int>(std::ceil(Presented.y + y * scaleY));
+    const auto right = static_cast<int>(std::floor(Presented.x + (x + w) * scaleX));
+    const auto bottom = static_cast<int>(std::floor(Presented.y + (y + h) * scaleY));
     return {left, top, right - left, bottom - top};
 }
 
@@ -311,8 +270,8 @@ bool ScreenReader::SeesAll(const Screenshot& screen) const {
 }
 
 void ScreenReader::LearnMenu() {
-    const Pixel bright = Opaque(Palette::BrightText);
-    const Pixel normal = Opaque(Palette::NormalText);
+    const Rgb bright = Opaque(Palette::BrightText);
+    const Rgb normal = Opaque(Palette::NormalText);
     constexpr std::int32_t mostRows = 6;
     for (const bool offersToContinue : {false, true}) {
         const std::int32_t rows = offersToContinue ? mostRows : mostRows - 1;
@@ -322,8 +281,8 @@ void ScreenReader::LearnMenu() {
             app.MenuSelection = selection;
             app.QuitRequested = true; // Without the rain, whose digits go by the clock.
             BeginDrawing();
-            DrawMainMenu(Renderer.get(), app);
-            const Screenshot picture = Shown();
+            DrawMainMenu(Canvas.Renderer(), app);
+            const Screenshot picture = Canvas.Read();
             Ink ink = {.View = {offersToContinue, selection}, .Places = {}, .Colors = {}};
             for (std::size_t i = 0; i < picture.Pixels.size(); ++i) {
                 if (picture.Pixels[i] == bright || picture.Pixels[i] == normal) {
@@ -342,7 +301,7 @@ void ScreenReader::LearnStillParts() {
     }
     StillPicture = DrawRun(EmptyRun());
     const BoardLayout layout = PlaceBoard(Size.LogicalWidth, LogicalHeight);
-    const UiMetrics metrics = MeasureUiMetrics(Renderer.get(), Size.LogicalWidth, LogicalHeight);
+    const UiMetrics metrics = MeasureUiMetrics(Canvas.Renderer(), Size.LogicalWidth, LogicalHeight);
     const HudLayout hud = PlaceHud(layout, metrics);
     for (std::size_t i = 0; i < QueueRects.size(); ++i) {
         QueueRects[i] = PixelsOf(hud.TileX, hud.TileY + static_cast<float>(i) * hud.TilePitch,
@@ -369,7 +328,7 @@ void ScreenReader::LearnStillParts() {
         letChange(rect);
     }
     letChange(PixelsOf(hud.BoxX, hud.StatusY, hud.BoxWidth, hud.StatusHeight));
-    const Pixel line = Opaque(Palette::FrameLine);
+    const Rgb line = Opaque(Palette::FrameLine);
     const auto extent = static_cast<float>(BoardExtent(layout));
     const SDL_Rect board = PixelsOf(static_cast<float>(layout.BoardX),
                                     static_cast<float>(layout.BoardY), extent, extent);
@@ -407,11 +366,11 @@ void ScreenReader::LearnLooks() {
         BeginDrawing();
         // All tiles of the queue and all counters have been seen by then.
         if (i >= tiles.size() && i >= static_cast<std::size_t>(CounterValues)) {
-            SDL_SetRenderClipRect(Renderer.get(), &board);
+            SDL_SetRenderClipRect(Canvas.Renderer(), &board);
         }
         DrawBoard(run);
-        const Screenshot picture = Shown();
-        const bool seesPanel = !SDL_RenderClipEnabled(Renderer.get());
+        const Screenshot picture = Canvas.Read();
+        const bool seesPanel = !SDL_RenderClipEnabled(Canvas.Renderer());
         for (const Cell& cell : AllCells()) {
             CellLooks[IndexOf(cell)].try_emplace(HashOf(picture, InnerPixels(cell)), i);
         }
@@ -473,9 +432,9 @@ bool ScreenReader::ReadCursorCell(const Screenshot& screen, RunState& run, const
         Put(run, cell, look);
         BeginDrawing();
         // The rest of the picture would only cost time.
-        SDL_SetRenderClipRect(Renderer.get(), &clip);
+        SDL_SetRenderClipRect(Canvas.Renderer(), &clip);
         DrawBoard(run);
-        return HashOf(Shown(), inside) == wanted;
+        return HashOf(Canvas.Read(), inside) == wanted;
     };
     if (hint != nullptr) {
         Look look = LookOf(*hint, cell);

@@ -7,15 +7,13 @@
 #include "e2e/Screenshot.h"
 #include "sim/LevelGeneration.h"
 #include "sim/RunState.h"
+#include "support/SoftwareCanvas.h"
 
 #include <SDL3/SDL_rect.h>
-#include <SDL3/SDL_render.h>
-#include <SDL3/SDL_surface.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -50,13 +48,9 @@ public:
     /// For a window of that size, drawn by SDL's software renderer and with its top left corner in
     /// that of the screen.
     explicit ScreenReader(const WindowSize& size);
-    ~ScreenReader();
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
-    ScreenReader(ScreenReader&&) = delete;
-    ScreenReader& operator=(ScreenReader&&) = delete;
 
-    /// Draws beforehand all that ReadRun needs, which takes a second. Else its first call does.
+    /// Draws beforehand all that ReadRun needs, which takes a second. Else its first call does, and
+    /// the run goes on meanwhile.
     void LearnRuns();
 
     /// Nothing when it is not the main menu at full brightness. The screen may be smaller than the
@@ -78,16 +72,11 @@ public:
     Screenshot DrawRun(const RunState& run);
 
 private:
-    struct Destroy {
-        void operator()(SDL_Surface* surface) const { SDL_DestroySurface(surface); }
-        void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
-    };
-
     /// A picture's lettering: what is the same whatever lies behind it.
     struct Ink {
         MenuView View;
         std::vector<std::size_t> Places;
-        std::vector<Pixel> Colors;
+        std::vector<Rgb> Colors;
     };
 
     /// What can be seen in a cell, but for the cursor.
@@ -108,7 +97,6 @@ private:
 
     void BeginDrawing();
     void DrawBoard(const RunState& run);
-    Screenshot Shown() const;
     SDL_Rect PixelsOf(float x, float y, float w, float h) const;
     SDL_Rect InnerPixels(const Cell& cell) const;
     std::size_t PlaceOf(std::int32_t x, std::int32_t y) const;
@@ -126,9 +114,8 @@ private:
     static Look LookOf(const RunState& run, const Cell& cell);
 
     WindowSize Size;
-    std::unique_ptr<SDL_Surface, Destroy> Surface;
-    std::unique_ptr<SDL_Renderer, Destroy> Renderer;
-    SDL_FRect Canvas{}; ///< Where the logical canvas lies in the window.
+    SoftwareCanvas Canvas;
+    SDL_FRect Presented{}; ///< Where the logical canvas lies in the window.
 
     std::vector<Ink> Menus;
     Screenshot StillPicture; ///< The play screen with nothing on it.

@@ -66,7 +66,7 @@ TEST(ScreenReaderTest, RefusesAPictureWithOneWrongPixel) {
     const Screenshot picture = reader.DrawRun(run);
     for (const auto& [x, y] : {std::pair{0, 0}, {300, 300}, {236, 81}, {1060, 350}, {1150, 100}}) {
         Screenshot wrong = picture;
-        wrong.Pixels[static_cast<std::size_t>(y) * 1280 + static_cast<std::size_t>(x)] ^= 1U;
+        wrong.Pixels[static_cast<std::size_t>(y) * 1280 + static_cast<std::size_t>(x)].G ^= 1U;
         EXPECT_FALSE(reader.ReadRun(wrong, &run).Run) << x << ", " << y;
     }
 }
@@ -77,7 +77,7 @@ TEST(ScreenReaderTest, AMenuIsNoPlayScreenAndABoardIsNoMenu) {
     EXPECT_FALSE(reader.ReadMenu(board));
     EXPECT_TRUE(reader.ReadCursor(board));
     Screenshot black = board;
-    black.Pixels.assign(black.Pixels.size(), 0);
+    black.Pixels.assign(black.Pixels.size(), Rgb{});
     EXPECT_FALSE(reader.ReadMenu(black));
     EXPECT_FALSE(reader.ReadCursor(black));
 }

@@ -123,10 +123,12 @@ Screenshot VirtualDisplay::Grab() {
     }
     picture.Pixels.reserve(static_cast<std::size_t>(picture.Width) *
                            static_cast<std::size_t>(picture.Height));
-    constexpr unsigned long colorBits = 0xffffff;
     for (int y = 0; y < picture.Height; ++y) {
         for (int x = 0; x < picture.Width; ++x) {
-            picture.Pixels.push_back(static_cast<Pixel>(XGetPixel(image.get(), x, y) & colorBits));
+            const unsigned long pixel = XGetPixel(image.get(), x, y);
+            picture.Pixels.push_back({static_cast<std::uint8_t>(pixel >> 16U),
+                                      static_cast<std::uint8_t>(pixel >> 8U),
+                                      static_cast<std::uint8_t>(pixel)});
         }
     }
     return picture;
