@@ -7,8 +7,8 @@
 namespace Wirefall {
 
 inline const std::string& WindowTitle() {
-    static const std::string Title = std::string("Wirefall v") + Version;
-    return Title;
+    static const std::string title = std::string("Wirefall v") + Version;
+    return title;
 }
 
 } // namespace Wirefall

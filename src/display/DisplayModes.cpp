@@ -64,7 +64,7 @@ bool IsPlayable(std::int32_t width, std::int32_t height) {
 }
 
 std::int32_t RoundedHz(const SDL_DisplayMode& mode) {
-    auto rate = double{mode.refresh_rate};
+    auto rate = static_cast<double>(mode.refresh_rate);
     if (mode.refresh_rate_numerator > 0 && mode.refresh_rate_denominator > 0) {
         rate = static_cast<double>(mode.refresh_rate_numerator) / mode.refresh_rate_denominator;
     }

@@ -50,6 +50,9 @@ int CentredStart(int boundsStart, int boundsLength, int windowLength) {
 }
 
 void CentreWindow(SDL_Window* window) {
+    // Window managers resize in their own time; until then the window tells its former size. A wait
+    // that ran out changes nothing: whatever size there is then gets centred.
+    SDL_SyncWindow(window);
     const std::optional<Resolution> size = WindowSize(window);
     if (!size) {
         SDL_Log("SDL_GetWindowSize failed before centering: %s", SDL_GetError());

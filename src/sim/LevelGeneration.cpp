@@ -39,8 +39,8 @@ constexpr std::array<TileMix, 3> Mixes = {{
 }};
 
 const TileMix& MixForLevel(std::int32_t level) {
-    const auto found = std::find_if(Mixes.begin(), Mixes.end(),
-                                    [level](const TileMix& mix) { return level >= mix.FromLevel; });
+    const auto* const found = std::find_if(
+        Mixes.begin(), Mixes.end(), [level](const TileMix& mix) { return level >= mix.FromLevel; });
     return found == Mixes.end() ? Mixes.back() : *found;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "persist/UserFolder.h"
+#include "support/CapturedLog.h"
 
 #include <SDL3/SDL_stdinc.h>
 #include <gtest/gtest.h>
@@ -255,10 +256,10 @@ TEST_F(LogSession, KeepsTheConsoleQuietAndGivesItBackInTheEnd) {
     const Testing::CapturedLog console;
     StartSessionLog();
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "for the file");
-    EXPECT_TRUE(console.Lines.empty());
+    EXPECT_TRUE(console.Messages().empty());
     EndSessionLog();
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "for the console");
-    EXPECT_EQ(console.Lines, std::vector<std::string>{"for the console"});
+    EXPECT_EQ(console.Messages(), std::vector<std::string>{"for the console"});
 }
 
 TEST_F(LogSession, StartedTwiceIsStartedOnce) {
@@ -270,7 +271,7 @@ TEST_F(LogSession, StartedTwiceIsStartedOnce) {
     EndSessionLog();
     EXPECT_EQ(Content(), Banner + EndLine);
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "for the console");
-    EXPECT_EQ(console.Lines.size(), 1U);
+    EXPECT_EQ(console.Messages().size(), 1U);
 }
 
 TEST_F(LogSession, CutsALogOverTheCapBeforeItBegins) {
@@ -287,7 +288,7 @@ TEST_F(LogSession, WithoutAPlaceForTheFileTheConsoleStaysInUse) {
     StartSessionLog();
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "for the console");
     EndSessionLog();
-    EXPECT_EQ(console.Lines, std::vector<std::string>{"for the console"});
+    EXPECT_EQ(console.Messages(), std::vector<std::string>{"for the console"});
 }
 
 TEST_F(LogSession, WithAFolderInTheWayTheConsoleStaysInUse) {
@@ -296,7 +297,7 @@ TEST_F(LogSession, WithAFolderInTheWayTheConsoleStaysInUse) {
     StartSessionLog();
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "for the console");
     EndSessionLog();
-    EXPECT_EQ(console.Lines, std::vector<std::string>{"for the console"});
+    EXPECT_EQ(console.Messages(), std::vector<std::string>{"for the console"});
 }
 
 // Two threads log as fast as they can, over and over the cap. ThreadSanitizer watches in its build.
@@ -383,7 +384,7 @@ TEST(VerboseLog, TheGamesOwnMessagesComeOnlyWithIt) {
     SetLogPriorities();
     SDL_Log("a message");
     SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "a warning");
-    EXPECT_EQ(log.Lines, std::vector<std::string>{"a warning"});
+    EXPECT_EQ(log.Messages(), std::vector<std::string>{"a warning"});
 }
 
 } // namespace

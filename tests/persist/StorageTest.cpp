@@ -1,6 +1,7 @@
 #include "persist/Storage.h"
 
 #include "persist/UserFolder.h"
+#include "support/CapturedLog.h"
 #include "velini/VelINIStream.h"
 
 #include <SDL3/SDL_error.h>
@@ -290,8 +291,8 @@ TEST(InstalledIni, WithABrokenEscapeIsRefusedAndLoggedOnce) {
     const Testing::CapturedLog log;
     velINI::velINIStream document;
     EXPECT_FALSE(LoadIniFromInstall(InstalledFile::Name(), document));
-    EXPECT_EQ(log.Lines, Names{"Failed to read " + InstalledFile::Name() +
-                               ": Invalid code point range for UTF-16 low surrogate pair!"});
+    EXPECT_EQ(log.Messages(), Names{"Failed to read " + InstalledFile::Name() +
+                                    ": Invalid code point range for UTF-16 low surrogate pair!"});
     EXPECT_EQ(document.SectionCount(), 0U);
     EXPECT_EQ(NamesIn(user.Path()), Names{});
 }
@@ -302,7 +303,7 @@ TEST(InstalledIni, OfManyMegabytesIsRefusedAndLogged) {
     const Testing::CapturedLog log;
     velINI::velINIStream document;
     EXPECT_FALSE(LoadIniFromInstall(InstalledFile::Name(), document));
-    EXPECT_EQ(log.Lines,
+    EXPECT_EQ(log.Messages(),
               Names{"Failed to read " + InstalledFile::Name() + ": larger than any settings file"});
 }
 

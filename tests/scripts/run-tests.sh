@@ -8,6 +8,8 @@
 # makes it worse, runs a script and looks at what it says and leaves.
 #
 # WIREFALL_TEST_SHELL names the shell that runs the scripts, sh if unset.
+#
+# shellcheck disable=SC2034 # the cases use what seems unused here
 set -u
 
 root=$(cd "$1" && pwd -P) || exit
@@ -29,8 +31,8 @@ trap 'exit 130' HUP INT TERM
 # --- the stage ---------------------------------------------------------------------------------
 
 # The scripts see nothing of this machine but the fakes and these.
-real_commands="awk basename bash cat chmod cksum comm cp cut dirname env find flock grep head kill ls
-  mkdir mktemp mv nproc printf rm sed sh sha256sum sleep sort stat tail tee timeout touch tr uname
+real_commands="awk bash cat chmod cksum cp cut dirname env find flock grep head kill ls
+  mkdir mktemp mv nproc printf rm sed setsid sh sha256sum sleep sort stat tail tee timeout touch tr uname
   uniq xargs"
 mkdir "$work/commands"
 for command in $real_commands; do
@@ -62,6 +64,12 @@ begin() {
   : >"$scene/calls"
 }
 
+# On most stages SDL is there already; building it takes time.
+begin_with_sdl() {
+  begin "$1"
+  wish system-sdl
+}
+
 end() {
   if [ "$failures" = "$failures_before" ]; then
     echo "ok   $name"
@@ -84,20 +92,20 @@ is_gone() {
   done
 }
 
-# on_stage COMMAND...: run it there, with the variables that $variables adds. An absent display is
-# the one thing that every scene has in common with a server.
+# enter_stage COMMAND...: become that command, out there, with the variables that $variables adds.
+# What a shell starts in the background is deaf to SIGINT and stays so unless it is told otherwise.
 variables=
-on_stage() {
+enter_stage() {
   # shellcheck disable=SC2086 # one variable a word
-  env -i PATH="$scene/fakes:$work/commands" SCENE="$scene" HOME="$home" TMPDIR="$scene/tmp" \
-    $variables "$@"
+  exec env -i --default-signal=INT PATH="$scene/fakes:$work/commands" SCENE="$scene" \
+    HOME="$home" TMPDIR="$scene/tmp" $variables "$@"
 }
 
 # play SCRIPT ARGUMENT...: run it to its end.
 play() {
   script=$1
   shift
-  on_stage "$shell" "$tree/$script" "$@" >"$scene/stdout" 2>"$scene/stderr" </dev/null
+  (enter_stage "$shell" "$tree/$script" "$@") >"$scene/stdout" 2>"$scene/stderr" </dev/null
   status=$?
 }
 
@@ -105,7 +113,7 @@ play() {
 play_behind() {
   script=$1
   shift
-  on_stage setsid_path="$setsid" "$setsid" "$shell" "$tree/$script" "$@" \
+  enter_stage "$setsid" "$shell" "$tree/$script" "$@" \
     >"$scene/stdout" 2>"$scene/stderr" </dev/null &
   player=$!
 }
@@ -188,7 +196,10 @@ cache_has_no_leftovers() {
   [ -z "$leftovers" ] || wrong "left behind among temporary files: $leftovers"
 }
 
-. "$root/tests/scripts/cases.sh"
+for cases in "$root"/tests/scripts/cases-*.sh; do
+  # shellcheck source=/dev/null
+  . "$cases"
+done
 
 echo "$tests tests, $failures failures"
 [ "$failures" = 0 ]

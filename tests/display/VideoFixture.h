@@ -1,0 +1,85 @@
+#pragma once
+
+// SDL's video subsystem for one test, on a driver of choice, with what SDL_Log is told.
+
+#include <SDL3/SDL.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Wirefall {
+
+/// Brings video up for as long as it lives. Drivers: "dummy" and "offscreen" have one display of
+/// 1024x768 and do everything at once; "x11" needs an XServer.
+class Video {
+public:
+    explicit Video(const char* driver) {
+        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, driver);
+        // No graphics driver takes part: it would differ from machine to machine.
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+        Started = SDL_Init(SDL_INIT_VIDEO);
+        EXPECT_TRUE(Started) << SDL_GetError();
+    }
+    Video(const Video&) = delete;
+    Video(Video&&) = delete;
+    Video& operator=(const Video&) = delete;
+    Video& operator=(Video&&) = delete;
+    ~Video() {
+        SDL_Quit();
+        SDL_ResetHints();
+    }
+
+private:
+    bool Started = false;
+};
+
+/// Collects the messages of SDL_Log while it lives.
+class LogCapture {
+public:
+    LogCapture() {
+        SDL_GetLogOutputFunction(&FormerFunction, &FormerData);
+        SDL_SetLogOutputFunction(&LogCapture::Collect, this);
+    }
+    LogCapture(const LogCapture&) = delete;
+    LogCapture(LogCapture&&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+    LogCapture& operator=(LogCapture&&) = delete;
+    ~LogCapture() { SDL_SetLogOutputFunction(FormerFunction, FormerData); }
+
+    std::vector<std::string> Messages;
+
+private:
+    static void SDLCALL Collect(void* self, int category, SDL_LogPriority /*priority*/,
+                                const char* message) {
+        // The game logs with SDL_Log alone; other categories are SDL's own.
+        if (category == SDL_LOG_CATEGORY_APPLICATION) {
+            static_cast<LogCapture*>(self)->Messages.emplace_back(message);
+        }
+    }
+
+    SDL_LogOutputFunction FormerFunction = nullptr;
+    void* FormerData = nullptr;
+};
+
+struct SdlDestroy {
+    void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+    void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
+    void operator()(SDL_Surface* surface) const { SDL_DestroySurface(surface); }
+};
+
+using WindowPointer = std::unique_ptr<SDL_Window, SdlDestroy>;
+using RendererPointer = std::unique_ptr<SDL_Renderer, SdlDestroy>;
+using SurfacePointer = std::unique_ptr<SDL_Surface, SdlDestroy>;
+
+/// A window as the game makes it, shown and settled.
+inline WindowPointer MakeWindow(int width, int height, SDL_WindowFlags flags = 0) {
+    WindowPointer window(SDL_CreateWindow("Wirefall test", width, height, flags));
+    EXPECT_TRUE(window) << SDL_GetError();
+    SDL_SetWindowResizable(window.get(), false);
+    SDL_SyncWindow(window.get());
+    return window;
+}
+
+} // namespace Wirefall

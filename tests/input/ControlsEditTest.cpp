@@ -1,0 +1,96 @@
+#include "input/ControlsEdit.h"
+
+#include "app/GameApp.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+namespace Wirefall {
+
+namespace {
+
+TEST(ControlsEditTest, BeginsWithTheLiveBindings) {
+    GameApp app;
+    app.KeyboardBindings[0] = 100;
+    app.GamepadBindings[1] = 20;
+    app.JoystickBindings[2] = 77;
+    app.ControlsDevice = ControlsDevice::Joystick;
+    BeginControlsEdit(app);
+    EXPECT_EQ(app.ControlsEdit.PendingKeyboard, app.KeyboardBindings);
+    EXPECT_EQ(app.ControlsEdit.PendingGamepad, app.GamepadBindings);
+    EXPECT_EQ(app.ControlsEdit.PendingJoystick, app.JoystickBindings);
+    EXPECT_EQ(app.ControlsEdit.PendingDevice, ControlsDevice::Joystick);
+    EXPECT_TRUE(app.ControlsEdit.PendingValid);
+    EXPECT_FALSE(ControlsEditIsDirty(app));
+}
+
+TEST(ControlsEditTest, BeginningEndsACapture) {
+    GameApp app;
+    app.Capture.CaptureActive = true;
+    app.Capture.CaptureDevice = CaptureDevice::Gamepad;
+    app.Capture.CaptureGamepadRow = 7;
+    BeginControlsEdit(app);
+    EXPECT_FALSE(app.Capture.CaptureActive);
+    EXPECT_EQ(app.Capture.CaptureDevice, CaptureDevice::None);
+}
+
+TEST(ControlsEditTest, BeginningAgainDropsTheChanges) {
+    GameApp app;
+    BeginControlsEdit(app);
+    app.ControlsEdit.PendingKeyboard[3] = 5;
+    app.ControlsEdit.PendingDevice = ControlsDevice::Gamepad;
+    BeginControlsEdit(app);
+    EXPECT_EQ(app.ControlsEdit.PendingKeyboard, FactoryBindings::Keyboard);
+    EXPECT_EQ(app.ControlsEdit.PendingDevice, ControlsDevice::Keyboard);
+}
+
+TEST(ControlsEditTest, EachOfThe28ElementsMakesItDirty) {
+    for (std::size_t i = 0; i < KeyboardActionCount; ++i) {
+        GameApp app;
+        BeginControlsEdit(app);
+        app.ControlsEdit.PendingKeyboard[i] = 0;
+        EXPECT_TRUE(ControlsEditIsDirty(app)) << i;
+    }
+    for (std::size_t i = 0; i < ActionCount; ++i) {
+        GameApp app;
+        BeginControlsEdit(app);
+        app.ControlsEdit.PendingGamepad[i] = 25;
+        EXPECT_TRUE(ControlsEditIsDirty(app)) << i;
+        BeginControlsEdit(app);
+        app.ControlsEdit.PendingJoystick[i] = 99;
+        EXPECT_TRUE(ControlsEditIsDirty(app)) << i;
+    }
+}
+
+TEST(ControlsEditTest, AChangeOfDeviceAloneMakesItDirty) {
+    GameApp app;
+    BeginControlsEdit(app);
+    app.ControlsEdit.PendingDevice = ControlsDevice::Gamepad;
+    EXPECT_TRUE(ControlsEditIsDirty(app));
+}
+
+TEST(ControlsEditTest, IsNeverDirtyWhileThereIsNone) {
+    GameApp app;
+    ASSERT_FALSE(app.ControlsEdit.PendingValid);
+    app.ControlsEdit.PendingKeyboard = {};
+    app.ControlsEdit.PendingGamepad = {};
+    app.ControlsEdit.PendingJoystick = {};
+    app.ControlsEdit.PendingDevice = ControlsDevice::Joystick;
+    EXPECT_FALSE(ControlsEditIsDirty(app));
+}
+
+TEST(ControlsEditTest, EditsGoToTheWorkingCopyOnceThereIsOne) {
+    GameApp app;
+    EXPECT_EQ(&EditedKeyboardTable(app), &app.KeyboardBindings);
+    EXPECT_EQ(&EditedGamepadTable(app), &app.GamepadBindings);
+    EXPECT_EQ(&EditedJoystickTable(app), &app.JoystickBindings);
+    BeginControlsEdit(app);
+    EXPECT_EQ(&EditedKeyboardTable(app), &app.ControlsEdit.PendingKeyboard);
+    EXPECT_EQ(&EditedGamepadTable(app), &app.ControlsEdit.PendingGamepad);
+    EXPECT_EQ(&EditedJoystickTable(app), &app.ControlsEdit.PendingJoystick);
+}
+
+} // namespace
+
+} // namespace Wirefall
