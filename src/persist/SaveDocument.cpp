@@ -290,8 +290,9 @@ SavedGame ReadSavedGame(TaggedReader& reader) {
             saved.RunIsGood = ReadRecord(reader, value, saved.Run) && MeetsLimits(saved.Run);
         }
     }
-    saved.Complete = key.Tag == TagKind::End;
-    saved.RunIsGood = saved.RunIsGood && saved.Complete;
+    const bool ended = key.Tag == TagKind::End;
+    saved.Complete = ended && !reader.Failed;
+    saved.RunIsGood = saved.RunIsGood && ended;
     return saved;
 }
 

@@ -85,14 +85,14 @@ struct SaveDocument {
 /// What a save file says.
 struct SavedGame {
     bool RootIsObject = false;
-    /// The file is complete, down to the End of its root.
+    /// All of the file could be read, down to the End of its root.
     bool Complete = false;
     bool HasRunState = false;
-    /// Run holds every member, each within its limits.
+    /// Run holds every member, each within its limits, and the root has come to its End.
     bool RunIsGood = false;
     SaveDocument Run;
 
-    /// Nothing of the file is missing or damaged. It may still say that there is no run.
+    /// The file is as a session has written it. It may still say that there is no run.
     bool IsWhole() const { return Complete && (!HasRunState || RunIsGood); }
 };
 

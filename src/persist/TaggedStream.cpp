@@ -301,6 +301,7 @@ void TaggedReader::LoadBytes(std::vector<std::uint8_t> bytes) {
     Size = static_cast<std::uint32_t>(Buffer.size());
     Position = 0;
     Depth = 0;
+    Failed = false;
 }
 
 bool TaggedReader::ReadBytes(void* destination, std::uint32_t count) {
@@ -320,6 +321,7 @@ bool TaggedReader::ReadBytes(void* destination, std::uint32_t count) {
 TaggedValue TaggedReader::ReadValue() {
     TaggedValue value;
     if (!ReadBytes(&value.Tag, 1) || !ReadPayload(value)) {
+        Failed = true;
         return {};
     }
     return value;

@@ -124,7 +124,8 @@ private:
 };
 
 /// Reads a stream from memory. A read that fails gives a value with the tag None and does not try
-/// to find its place again; the following byte is then taken for a tag.
+/// to find its place again; the following byte is then taken for a tag, even if it was meant as
+/// part of a number or a text. Damaged data can thus end in an orderly way.
 ///
 /// Data that runs out gives None for ever, and neither NextElement nor NextMember takes that for
 /// an end. Since the End of the outermost container is the last byte that a whole stream needs, a
@@ -135,6 +136,8 @@ struct TaggedReader {
     std::uint32_t Size = 0;           ///< Bytes in Buffer.
     std::uint32_t Position = 0;       ///< The next byte to read.
     std::uint32_t Depth = 0;          ///< How many arrays and objects are open.
+    /// Some read has given None. No read of a whole stream does.
+    bool Failed = false;
 
     /// Takes the file at `path`, which is UTF-8, into memory and starts at its beginning. False,
     /// with a message on the standard error stream, when it cannot be opened. Messages about its

@@ -277,6 +277,9 @@ TEST(TaggedReader, WalksTheWorkedExample) {
     EXPECT_EQ(value.Tag, TagKind::Array) << "The value of the pair before stays";
     EXPECT_EQ(reader.Depth, 0U);
     EXPECT_EQ(reader.Position, 83U);
+    EXPECT_FALSE(reader.Failed);
+    EXPECT_EQ(reader.ReadValue().Tag, TagKind::None);
+    EXPECT_TRUE(reader.Failed);
 }
 
 TEST(TaggedReader, ReadsBackEveryKindOfValue) {
@@ -427,6 +430,20 @@ TEST(TaggedReader, StopsPassingOverAtTheFirstByteThatIsNoTag) {
     EXPECT_EQ(KeyOf(key), "A");
     EXPECT_EQ(std::get<std::int32_t>(value.Value), 5);
     EXPECT_EQ(reader.Depth, 2U);
+}
+
+// The first byte of a number that is cut short passes for an End.
+TEST(TaggedReader, RemembersThatAnOrderlyEndWasNone) {
+    TaggedReader reader = ReaderOf(FromHex("0A 08 01000000 41 03 01"));
+    const TaggedValue root = reader.ReadValue();
+    TaggedValue key;
+    TaggedValue value;
+    EXPECT_TRUE(reader.NextMember(root, key, value));
+    EXPECT_FALSE(reader.NextMember(root, key, value));
+    EXPECT_EQ(reader.Depth, 0U);
+    EXPECT_TRUE(reader.Failed);
+    reader.LoadBytes({});
+    EXPECT_FALSE(reader.Failed);
 }
 
 TEST(TaggedReader, AnEndTooManyDoesNotStopIt) {
