@@ -6,10 +6,8 @@
 
 #include <algorithm>
 #include <array>
-#include <csignal>
 #include <limits>
 #include <random>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -18,6 +16,7 @@ namespace {
 
 using Testing::BytesOf;
 using Testing::FromHex;
+using Testing::FullDisk;
 using Testing::ReadFileBytes;
 using Testing::WriteFileBytes;
 
@@ -183,26 +182,9 @@ TEST(TaggedWriter, LosesItsFileWhenTheNextCannotBeOpened) {
     EXPECT_EQ(ReadFileBytes(folder.File("first")), FromHex("03 01000000"));
 }
 
-// A disk that is full after `limit` bytes, for as long as this lives.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t limit) {
-        std::signal(SIGXFSZ, SIG_IGN); // NOLINT(cert-err33-c)
-        getrlimit(RLIMIT_FSIZE, &Before);
-        const rlimit full = {limit, Before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &full);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &Before); }
-
-private:
-    rlimit Before{};
-};
-
 TEST(TaggedWriter, CloseTellsOfEveryByteThatDidNotFit) {
     const Testing::TemporaryFolder folder;
-    for (rlim_t limit = 0; limit <= 10; ++limit) {
+    for (std::size_t limit = 0; limit <= 10; ++limit) {
         TaggedWriter writer;
         ASSERT_TRUE(writer.OpenForWriting(folder.File("stream")));
         const FullDisk disk(limit);

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace Wirefall::Testing {
 
@@ -65,6 +68,35 @@ Bytes FromHex(std::string_view hex) {
         }
     }
     return bytes;
+}
+
+FullDisk::FullDisk(std::size_t limit) {
+    // Without this the kernel ends a process that writes too much.
+    std::signal(SIGXFSZ, SIG_IGN); // NOLINT(cert-err33-c)
+    getrlimit(RLIMIT_FSIZE, &Before);
+    const rlimit full = {limit, Before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+}
+
+FullDisk::~FullDisk() { setrlimit(RLIMIT_FSIZE, &Before); }
+
+bool HoldsInChild(const std::function<bool()>& check) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(check() ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    int status = 0;
+    return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) &&
+           WEXITSTATUS(status) == EXIT_SUCCESS;
+}
+
+bool HoldsUnprivileged(const std::function<bool()>& check) {
+    constexpr uid_t Nobody = 65534;
+    return HoldsInChild([&check] {
+        const bool dropped = geteuid() != 0 || (setresgid(Nobody, Nobody, Nobody) == 0 &&
+                                                setresuid(Nobody, Nobody, Nobody) == 0);
+        return dropped && check();
+    });
 }
 
 } // namespace Wirefall::Testing

@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <vector>
 
 namespace Wirefall::Testing {
@@ -41,5 +43,24 @@ std::vector<std::string> NamesIn(const std::filesystem::path& folder);
 
 /// The bytes that a string such as "0A 01" shows. Blanks and line ends do not count.
 Bytes FromHex(std::string_view hex);
+
+/// For as long as this lives, no file can grow beyond `limit` bytes, as on a disk that is full
+/// then.
+class FullDisk {
+public:
+    explicit FullDisk(std::size_t limit);
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk();
+
+private:
+    rlimit Before{};
+};
+
+/// Runs `check` in a process of its own. What it returns becomes the result; false when it dies.
+bool HoldsInChild(const std::function<bool()>& check);
+
+/// The same without root's right to everything.
+bool HoldsUnprivileged(const std::function<bool()>& check);
 
 } // namespace Wirefall::Testing
