@@ -4,9 +4,11 @@
 #include "base/Clock.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -36,10 +38,16 @@ protected:
                 App.SoundQueue.begin() + static_cast<std::ptrdiff_t>(App.SoundQueueCount)};
     }
 
+    std::filesystem::path SavePath() const {
+        return Home.Folder() / "Velkor" / "Wirefall" / "SaveState.bin";
+    }
+
     void Bind(InputAction action, std::uint32_t scancode) {
         App.KeyboardBindings.at(ActionIndex(action)) = scancode;
     }
 
+    // Level complete saves.
+    Testing::TestHome Home;
     GameApp App;
 };
 
@@ -472,7 +480,10 @@ TEST_F(Screens, ALevelThatIsCompleteShowsIt) {
 
     LiveRun().DeliveredPackets = 20;
     App.LastSavedRevision = 0;
+    EXPECT_FALSE(std::filesystem::exists(SavePath()));
     CheckLevelCompleteTransition(App);
+    EXPECT_TRUE(std::filesystem::exists(SavePath())) << "saved before the screen changes";
+    EXPECT_FALSE(App.SaveDirty);
     EXPECT_EQ(App.Screen, AppScreen::LevelComplete);
     EXPECT_TRUE(App.HasSavedRun);
     EXPECT_TRUE(App.ResetFrameClock);

@@ -2,9 +2,9 @@
 
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/BoardDrawing.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <limits>
 #include <queue>
@@ -84,7 +84,7 @@ std::vector<bool> ContagiousCells(const RunState& run) {
     while (!open.empty()) {
         const Cell cell = open.back();
         open.pop_back();
-        for (const Direction d : ScanOrder) {
+        for (const Direction d : AllDirections) {
             if (CanExit(run, TileAt(run, cell.X, cell.Y), cell.X, cell.Y, d)) {
                 add(Beyond(cell, d));
             }
@@ -94,7 +94,7 @@ std::vector<bool> ContagiousCells(const RunState& run) {
 }
 
 bool TouchesAny(const RunState& run, const std::vector<bool>& cells, const Cell& cell) {
-    return std::ranges::any_of(ScanOrder, [&](Direction d) {
+    return std::ranges::any_of(AllDirections, [&](Direction d) {
         const Cell next = Beyond(cell, d);
         return InBounds(run, next.X, next.Y) && cells[TileIndex(run, next.X, next.Y)];
     });

@@ -5,6 +5,7 @@
 #include "input/ControllerSet.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/BoardDrawing.h"
 #include "ui/BoardLayout.h"
 #include "ui/BoardScreen.h"
 #include "ui/Color.h"
@@ -459,7 +460,7 @@ std::vector<ScreenReader::Look> ScreenReader::AllLooks() {
         shapes.push_back(look);
     }
     for (const Look::Role role : {Look::Role::Source, Look::Role::Sink}) {
-        for (const Direction inward : ScanOrder) {
+        for (const Direction inward : AllDirections) {
             Look look;
             look.Endpoint = role;
             look.Inward = inward;

@@ -4,10 +4,15 @@
 
 #include "sim/RunState.h"
 
+#include <array>
 #include <string_view>
 #include <vector>
 
 namespace Wirefall::Testing {
+
+/// Clockwise from the top.
+inline constexpr std::array<Direction, 4> AllDirections = {Direction::Up, Direction::Right,
+                                                           Direction::Down, Direction::Left};
 
 /// A run on the drawn board: one character a cell, cells and rows that are not drawn are empty, and
 /// counters as in a new run but with both graces over and no spawn due.
