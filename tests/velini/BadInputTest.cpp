@@ -8,6 +8,7 @@
 
 #include <random>
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -37,7 +38,7 @@ TEST(BadInput, AFileOf64Megabytes) {
 TEST(BadInput, LinesOfTenMegabytesThatAreRead) {
     const std::string run(LongLine, 'x');
     const std::string brackets(LongLine, '[');
-    const std::string lines[] = {
+    const std::vector<std::string> lines = {
         "k = " + run,                         // a value
         run + " = v",                         // a name
         "k = \"" + run + "\"",                // a string
@@ -59,7 +60,7 @@ TEST(BadInput, LinesOfTenMegabytesThatAreRead) {
 }
 
 TEST(BadInput, LinesOfTenMegabytesThatAreErrors) {
-    const std::string lines[] = {
+    const std::vector<std::string> lines = {
         std::string(LongLine, 'x'),
         "[" + std::string(LongLine, 'x'),
         "k = \"" + std::string(LongLine, 'x'),

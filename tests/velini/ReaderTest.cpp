@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -144,7 +145,7 @@ TEST(ReadFileEncoding, IsKnownByItsFirstBytes) {
         std::string Content;
         std::string Name;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {Bytes("\xFF\xFE\0\0") + ToUnits(text, 4, false), "UTF-32 Little Endian"},
         {Bytes("\xFF\xFE") + ToUnits(utf16, 2, false), "UTF-16 Little Endian"},
         {Bytes("\0\0\xFE\xFF") + ToUnits(text, 4, true), "UTF-32 Big Endian"},
@@ -198,7 +199,7 @@ TEST(ReadFileEncoding, AMarkAloneIsATextWithNothingInIt) {
 }
 
 TEST(ReadFileEncoding, MalformedWideTextRaisesARangeError) {
-    const std::string rows[] = {
+    const std::vector<std::string> rows = {
         Bytes("\xFF\xFE") + ToUnits(U"a=\xDC00\n\n", 2, false),    // a low surrogate alone
         Bytes("\xFF\xFE") + ToUnits(U"a=\xD800z\n", 2, false),     // a high one without a low one
         Bytes("\xFE\xFF") + ToUnits(U"a=\xDC00\n\n", 2, true),     //
@@ -217,7 +218,7 @@ TEST(ReadFileLineEnds, AreCarriageReturnsAndLineFeeds) {
         std::string Content;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"a=1\r\nb=2\r\n", "a=1 | b=2"},
         {"a=1\nb=2\n", "a=1 | b=2"},
         {"a=1\nb=2", "a=1 | b=2"},
@@ -244,7 +245,7 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         std::string Value;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"\\x0041", "A"},
         {"\\x00e4\\x00E4", "ää"},
         {"\\x20aC", "€"},
@@ -398,7 +399,7 @@ TEST(ReadFileHeaders, NameTheSectionByTheRules) {
         std::string Header;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[S]", "[S] k=1"},
         {"  [S]  ", "[S] k=1"},
         {"[My Section]", "[MySection] k=1"},
@@ -448,7 +449,7 @@ TEST(ReadFileHeaders, ErrorsAreTold) {
         std::string Header;
         std::string Message;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[a[b]", "New section started within section tag!\nSection end tag was not found!\n"},
         {"[[a]", "New section started within section tag!\nSection end tag was not found!\n"},
         {"[a][b]", "New section started within section tag!\n"},
@@ -474,7 +475,7 @@ TEST(ReadFileKeys, TheFirstSeparatorCounts) {
         std::string Line;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"key : value", "key=value"},
         {"a:b=c", "a=b=c"},
         {"a=b:c", "a=b:c"},
@@ -508,7 +509,7 @@ TEST(ReadFileKeys, ErrorsAreTold) {
     };
     const std::string equals = "Key end tag (\"=\" sign) was not found!\n";
     const std::string colon = "Key end tag (\":\" sign) was not found!\n";
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"no separator", "No \"=\" or \":\" sign found!\n"},
         {"=1", equals},
         {":1", colon},
@@ -536,7 +537,7 @@ TEST(ReadFileValues, AreReadByTheTable) {
         std::string Value;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         // Outside of strings.
         {"my value", "myvalue"},
         {"b\\c\\\\d", "b\\c\\\\d"},
@@ -591,7 +592,7 @@ TEST(ReadFileValues, ErrorsAreTold) {
     };
     const std::string notDefined = "String end tag not defined!\n";
     const std::string notFound = "Value end tag (New line) was not found!\n";
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[1]", "Start section tag within value tag!\n"},
         {"b[", "Start section tag within value tag!\n"},
         {"b]", "Close section tag within value tag!\n"},
@@ -621,7 +622,7 @@ TEST(ReadFileArrays, AreKnownByTheirBrackets) {
         std::string Lines;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"a[]=1\na[]=2", "a[]{0=1, 1=2}"},
         {"a[7] = 1\na[] = 2", "a[]{7=1, 8=2}"},
         {"a [] = 1", "a[]{0=1}"},

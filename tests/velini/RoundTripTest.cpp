@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace velINI {
 namespace {
 
@@ -14,7 +16,7 @@ using Testing::Describe;
 using Testing::ReadText;
 using Testing::WrittenText;
 
-constexpr TextEncoding Encodings[] = {
+constexpr std::array<TextEncoding, 6> Encodings = {
     TextEncoding::None,
     TextEncoding::Utf8,
     TextEncoding::Utf16LittleEndian,
