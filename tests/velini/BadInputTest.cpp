@@ -13,7 +13,6 @@
 namespace velINI {
 namespace {
 
-using Testing::Describe;
 using Testing::ReadResult;
 using Testing::ReadText;
 
@@ -78,7 +77,7 @@ TEST(BadInput, LinesOfTenMegabytesThatAreErrors) {
 TEST(BadInput, TenMegabytesOfEscapes) {
     std::string text = "k = ";
     while (text.size() < LongLine) {
-        text += "\\x00e4\\xd83d\\xde00\\xZ\\\\";
+        text += R"(\x00e4\xd83d\xde00\xZ\\)";
     }
     const ReadResult result = ReadText(text + "\n");
     EXPECT_TRUE(result.Succeeded);

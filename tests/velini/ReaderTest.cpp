@@ -252,7 +252,7 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         {"\\xD83D\\xDE00", "😀"},
         {"\\xd83d\\xde00z", "😀z"},
         {"\\xdbff\\xdfff", "\xF4\x8F\xBF\xBF"},
-        {"\\x0041\\x0042\\x0043", "ABC"},    // the second is read anew
+        {R"(\x0041\x0042\x0043)", "ABC"},    // the second is read anew
         {"\\x0041\\xDE00", "A\xED\xB8\x80"}, // a low one needs no high one
         {"\\xD83D", "\xED\xA0\xBD"},         // a high one alone
         {"\\xD83Dz", "\xED\xA0\xBDz"},
@@ -265,7 +265,7 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         {"\\n", "\\n"}, // no other escape exists
         {"\\X0041", "\\X0041"},
         {"\\\\x0041", "\\\\x0041"}, // a pair is passed over
-        {"\\\\\\x0041", "\\\\A"},
+        {R"(\\\x0041)", "\\\\A"},
         {"\\x0000", std::string(1, '\0')},
     };
     for (const Row& row : rows) {
@@ -540,7 +540,7 @@ TEST(ReadFileValues, AreReadByTheTable) {
     const std::vector<Row> rows = {
         // Outside of strings.
         {"my value", "myvalue"},
-        {"b\\c\\\\d", "b\\c\\\\d"},
+        {R"(b\c\\d)", R"(b\c\\d)"},
         {"b ; note", "b ;note"},
         {"b#c", "b ;c"},
         {"b;  c ; d # e", "b ; c ; d # e"},
@@ -555,17 +555,17 @@ TEST(ReadFileValues, AreReadByTheTable) {
         {"\"b#c\"", "\"b#c\""},
         {"\"[b];\"", "\"[b];\""},
         {"\"it's\"", "\"it's\""},
-        {"'say \"b\"'", "\"say \"b\"\""},
+        {"'say \"b\"'", R"("say "b"")"},
         {"\"b\tc\"", "\"b\tc\""},
         {"\"\"", "\"\""},
         // Escapes in strings.
-        {"\"b\\\"c\"", "\"b\"c\""},
+        {R"("b\"c")", R"("b"c")"},
         {"'b\\'c'", "\"b'c\""},
-        {"\"b\\'c\"", "\"b\\'c\""},
-        {"\"b\\\\c\"", "\"b\\c\""},
-        {"\"b\\\\\"", "\"b\\\""},
-        {"\"\\t\\n\"", "\"\\t\\n\""},
-        {"\"\\[\\;\"", "\"\\[\\;\""},
+        {R"("b\'c")", R"("b\'c")"},
+        {R"("b\\c")", R"("b\c")"},
+        {R"("b\\")", R"("b\")"},
+        {R"("\t\n")", R"("\t\n")"},
+        {R"("\[\;")", R"("\[\;")"},
         // Several strings, and text around them.
         {"\"b\" c'd'", "\"bcd\""},
         {"b\"c d\"e f", "\"bc def\""},
@@ -600,14 +600,14 @@ TEST(ReadFileValues, ErrorsAreTold) {
         {"'b\"", notDefined},
         {"\"b ", notDefined},
         {"\"b\\t", notDefined},
-        {"\"b\\\\c", notDefined},
+        {R"("b\\c)", notDefined},
         {"\"b\\\nc\"", notDefined}, // the backslash is kept, and the value ends behind it
         {"\"", notFound},
         {"b'", notFound},
-        {"\"b\"c\"", notFound},
-        {"\"b\\\"", notFound},
-        {"\"b\\\\", notFound},
-        {"\"\\x000ab\"", notFound},
+        {R"("b"c")", notFound},
+        {R"("b\")", notFound},
+        {R"("b\\)", notFound},
+        {R"("\x000ab")", notFound},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(MessageOf("a=" + row.Value), std::string(ErrorStart) + row.Message + "\n")

@@ -83,7 +83,7 @@ TEST(RoundTrip, ABackslashWithoutQuotesDoublesEachTime) {
 
 TEST(RoundTrip, AQuotedBackslashDoesNot) {
     velINIStream document;
-    document.SetValue("S", "k", "a\\b\\\\x0041\"", true);
+    document.SetValue("S", "k", R"(a\b\\x0041")", true);
     EXPECT_EQ(Rewritten(document).GetValue("S", "k", ""), "a\\b\\\\x0041\"");
 }
 
