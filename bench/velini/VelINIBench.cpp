@@ -99,7 +99,7 @@ void ReadSideBySide(benchmark::State& state) {
     BestTime own;
     BestTime simpleIni;
     BestTime inih;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         own.Measure([&] {
             velINIStream document;
             Require(document.ReadFile(file.Path()));
@@ -133,7 +133,7 @@ void WriteSideBySide(benchmark::State& state) {
 
     BestTime own;
     BestTime simpleIni;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         own.Measure(
             [&] { Require(document.WriteFile(ownOutput.Path(), false, TextEncoding::None)); });
         simpleIni.Measure(
@@ -155,7 +155,7 @@ void MemoryOfDocument(benchmark::State& state) {
     const std::string text = velINI::Testing::MakeRealisticFile(FileSize);
     const ScratchFile file(text);
     std::size_t bytes = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const std::size_t before = HeapInUse();
         velINIStream document;
         Require(document.ReadFile(file.Path()));
@@ -184,7 +184,7 @@ void Growth(benchmark::State& state, std::string (*makeText)(std::size_t)) {
         write.Measure(
             [&] { Require(document.WriteFile(output.Path(), false, TextEncoding::None)); });
     };
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         measure(fewFile, readFew, writeFew);
         measure(manyFile, readMany, writeMany);
     }

@@ -8,11 +8,11 @@
 
 #include <random>
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
 
-using Testing::Describe;
 using Testing::ReadResult;
 using Testing::ReadText;
 
@@ -37,7 +37,7 @@ TEST(BadInput, AFileOf64Megabytes) {
 TEST(BadInput, LinesOfTenMegabytesThatAreRead) {
     const std::string run(LongLine, 'x');
     const std::string brackets(LongLine, '[');
-    const std::string lines[] = {
+    const std::vector<std::string> lines = {
         "k = " + run,                         // a value
         run + " = v",                         // a name
         "k = \"" + run + "\"",                // a string
@@ -59,7 +59,7 @@ TEST(BadInput, LinesOfTenMegabytesThatAreRead) {
 }
 
 TEST(BadInput, LinesOfTenMegabytesThatAreErrors) {
-    const std::string lines[] = {
+    const std::vector<std::string> lines = {
         std::string(LongLine, 'x'),
         "[" + std::string(LongLine, 'x'),
         "k = \"" + std::string(LongLine, 'x'),
@@ -77,7 +77,7 @@ TEST(BadInput, LinesOfTenMegabytesThatAreErrors) {
 TEST(BadInput, TenMegabytesOfEscapes) {
     std::string text = "k = ";
     while (text.size() < LongLine) {
-        text += "\\x00e4\\xd83d\\xde00\\xZ\\\\";
+        text += R"(\x00e4\xd83d\xde00\xZ\\)";
     }
     const ReadResult result = ReadText(text + "\n");
     EXPECT_TRUE(result.Succeeded);

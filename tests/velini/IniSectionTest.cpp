@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -100,7 +101,7 @@ TEST(IniSectionInsertion, GoesWhereThePositionSays) {
         std::optional<std::string> Anchor;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {InsertPosition::Begin, std::nullopt, "(comment c) | a=1 | b=2"},
         {InsertPosition::End, std::nullopt, "a=1 | b=2 | (comment c)"},
         {InsertPosition::Before, "a", "(comment c) | a=1 | b=2"},

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -144,7 +145,7 @@ TEST(ReadFileEncoding, IsKnownByItsFirstBytes) {
         std::string Content;
         std::string Name;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {Bytes("\xFF\xFE\0\0") + ToUnits(text, 4, false), "UTF-32 Little Endian"},
         {Bytes("\xFF\xFE") + ToUnits(utf16, 2, false), "UTF-16 Little Endian"},
         {Bytes("\0\0\xFE\xFF") + ToUnits(text, 4, true), "UTF-32 Big Endian"},
@@ -198,7 +199,7 @@ TEST(ReadFileEncoding, AMarkAloneIsATextWithNothingInIt) {
 }
 
 TEST(ReadFileEncoding, MalformedWideTextRaisesARangeError) {
-    const std::string rows[] = {
+    const std::vector<std::string> rows = {
         Bytes("\xFF\xFE") + ToUnits(U"a=\xDC00\n\n", 2, false),    // a low surrogate alone
         Bytes("\xFF\xFE") + ToUnits(U"a=\xD800z\n", 2, false),     // a high one without a low one
         Bytes("\xFE\xFF") + ToUnits(U"a=\xDC00\n\n", 2, true),     //
@@ -217,7 +218,7 @@ TEST(ReadFileLineEnds, AreCarriageReturnsAndLineFeeds) {
         std::string Content;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"a=1\r\nb=2\r\n", "a=1 | b=2"},
         {"a=1\nb=2\n", "a=1 | b=2"},
         {"a=1\nb=2", "a=1 | b=2"},
@@ -244,14 +245,14 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         std::string Value;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"\\x0041", "A"},
         {"\\x00e4\\x00E4", "ää"},
         {"\\x20aC", "€"},
         {"\\xD83D\\xDE00", "😀"},
         {"\\xd83d\\xde00z", "😀z"},
         {"\\xdbff\\xdfff", "\xF4\x8F\xBF\xBF"},
-        {"\\x0041\\x0042\\x0043", "ABC"},    // the second is read anew
+        {R"(\x0041\x0042\x0043)", "ABC"},    // the second is read anew
         {"\\x0041\\xDE00", "A\xED\xB8\x80"}, // a low one needs no high one
         {"\\xD83D", "\xED\xA0\xBD"},         // a high one alone
         {"\\xD83Dz", "\xED\xA0\xBDz"},
@@ -264,7 +265,7 @@ TEST(ReadFileEscapes, AreDecodedByTheRules) {
         {"\\n", "\\n"}, // no other escape exists
         {"\\X0041", "\\X0041"},
         {"\\\\x0041", "\\\\x0041"}, // a pair is passed over
-        {"\\\\\\x0041", "\\\\A"},
+        {R"(\\\x0041)", "\\\\A"},
         {"\\x0000", std::string(1, '\0')},
     };
     for (const Row& row : rows) {
@@ -398,7 +399,7 @@ TEST(ReadFileHeaders, NameTheSectionByTheRules) {
         std::string Header;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[S]", "[S] k=1"},
         {"  [S]  ", "[S] k=1"},
         {"[My Section]", "[MySection] k=1"},
@@ -448,7 +449,7 @@ TEST(ReadFileHeaders, ErrorsAreTold) {
         std::string Header;
         std::string Message;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[a[b]", "New section started within section tag!\nSection end tag was not found!\n"},
         {"[[a]", "New section started within section tag!\nSection end tag was not found!\n"},
         {"[a][b]", "New section started within section tag!\n"},
@@ -474,7 +475,7 @@ TEST(ReadFileKeys, TheFirstSeparatorCounts) {
         std::string Line;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"key : value", "key=value"},
         {"a:b=c", "a=b=c"},
         {"a=b:c", "a=b:c"},
@@ -508,7 +509,7 @@ TEST(ReadFileKeys, ErrorsAreTold) {
     };
     const std::string equals = "Key end tag (\"=\" sign) was not found!\n";
     const std::string colon = "Key end tag (\":\" sign) was not found!\n";
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"no separator", "No \"=\" or \":\" sign found!\n"},
         {"=1", equals},
         {":1", colon},
@@ -536,10 +537,10 @@ TEST(ReadFileValues, AreReadByTheTable) {
         std::string Value;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         // Outside of strings.
         {"my value", "myvalue"},
-        {"b\\c\\\\d", "b\\c\\\\d"},
+        {R"(b\c\\d)", R"(b\c\\d)"},
         {"b ; note", "b ;note"},
         {"b#c", "b ;c"},
         {"b;  c ; d # e", "b ; c ; d # e"},
@@ -554,17 +555,17 @@ TEST(ReadFileValues, AreReadByTheTable) {
         {"\"b#c\"", "\"b#c\""},
         {"\"[b];\"", "\"[b];\""},
         {"\"it's\"", "\"it's\""},
-        {"'say \"b\"'", "\"say \"b\"\""},
+        {"'say \"b\"'", R"("say "b"")"},
         {"\"b\tc\"", "\"b\tc\""},
         {"\"\"", "\"\""},
         // Escapes in strings.
-        {"\"b\\\"c\"", "\"b\"c\""},
+        {R"("b\"c")", R"("b"c")"},
         {"'b\\'c'", "\"b'c\""},
-        {"\"b\\'c\"", "\"b\\'c\""},
-        {"\"b\\\\c\"", "\"b\\c\""},
-        {"\"b\\\\\"", "\"b\\\""},
-        {"\"\\t\\n\"", "\"\\t\\n\""},
-        {"\"\\[\\;\"", "\"\\[\\;\""},
+        {R"("b\'c")", R"("b\'c")"},
+        {R"("b\\c")", R"("b\c")"},
+        {R"("b\\")", R"("b\")"},
+        {R"("\t\n")", R"("\t\n")"},
+        {R"("\[\;")", R"("\[\;")"},
         // Several strings, and text around them.
         {"\"b\" c'd'", "\"bcd\""},
         {"b\"c d\"e f", "\"bc def\""},
@@ -591,7 +592,7 @@ TEST(ReadFileValues, ErrorsAreTold) {
     };
     const std::string notDefined = "String end tag not defined!\n";
     const std::string notFound = "Value end tag (New line) was not found!\n";
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"[1]", "Start section tag within value tag!\n"},
         {"b[", "Start section tag within value tag!\n"},
         {"b]", "Close section tag within value tag!\n"},
@@ -599,14 +600,14 @@ TEST(ReadFileValues, ErrorsAreTold) {
         {"'b\"", notDefined},
         {"\"b ", notDefined},
         {"\"b\\t", notDefined},
-        {"\"b\\\\c", notDefined},
+        {R"("b\\c)", notDefined},
         {"\"b\\\nc\"", notDefined}, // the backslash is kept, and the value ends behind it
         {"\"", notFound},
         {"b'", notFound},
-        {"\"b\"c\"", notFound},
-        {"\"b\\\"", notFound},
-        {"\"b\\\\", notFound},
-        {"\"\\x000ab\"", notFound},
+        {R"("b"c")", notFound},
+        {R"("b\")", notFound},
+        {R"("b\\)", notFound},
+        {R"("\x000ab")", notFound},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(MessageOf("a=" + row.Value), std::string(ErrorStart) + row.Message + "\n")
@@ -621,7 +622,7 @@ TEST(ReadFileArrays, AreKnownByTheirBrackets) {
         std::string Lines;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"a[]=1\na[]=2", "a[]{0=1, 1=2}"},
         {"a[7] = 1\na[] = 2", "a[]{7=1, 8=2}"},
         {"a [] = 1", "a[]{0=1}"},

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace velINI {
 namespace {
 
@@ -14,7 +16,7 @@ using Testing::Describe;
 using Testing::ReadText;
 using Testing::WrittenText;
 
-constexpr TextEncoding Encodings[] = {
+constexpr std::array<TextEncoding, 6> Encodings = {
     TextEncoding::None,
     TextEncoding::Utf8,
     TextEncoding::Utf16LittleEndian,
@@ -81,7 +83,7 @@ TEST(RoundTrip, ABackslashWithoutQuotesDoublesEachTime) {
 
 TEST(RoundTrip, AQuotedBackslashDoesNot) {
     velINIStream document;
-    document.SetValue("S", "k", "a\\b\\\\x0041\"", true);
+    document.SetValue("S", "k", R"(a\b\\x0041")", true);
     EXPECT_EQ(Rewritten(document).GetValue("S", "k", ""), "a\\b\\\\x0041\"");
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -31,7 +32,7 @@ TEST(EncodeUtf8, TakesOneToFourBytes) {
         char32_t CodePoint;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {0x00, Bytes("\0")},
         {0x41, "A"},
         {0x7F, "\x7F"},
@@ -63,7 +64,7 @@ TEST(EscapeText, EscapesByTheTable) {
         std::string Text;
         std::string Expected;
     };
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"\b", "\\b"},
         {"\t", "\\t"},
         {"\n", "\\n"},
@@ -113,7 +114,7 @@ TEST(EscapeText, KeepsEveryPlainByte) {
 }
 
 TEST(EscapeText, RaisesForInvalidSequences) {
-    const std::string rows[] = {
+    const std::vector<std::string> rows = {
         "\x80",                 // a following byte first
         "\xBF",                 //
         "\xF8\x88\x80\x80\x80", // the form of five bytes

@@ -46,7 +46,8 @@ FileHandle OpenForWriting(const std::string& path) {
 #endif
 
 void FileCloser::operator()(std::FILE* file) const {
-    std::fclose(file);
+    // Like failed writes, which this is the last chance to see, this goes undetected.
+    static_cast<void>(std::fclose(file));
 }
 
 } // namespace velINI::Internal
