@@ -320,31 +320,28 @@ bool TaggedReader::ReadBytes(void* destination, std::uint32_t count) {
 
 TaggedValue TaggedReader::ReadValue() {
     TaggedValue value;
-    if (!ReadBytes(&value.Tag, 1) || !ReadPayload(value)) {
-        Failed = true;
-        return {};
-    }
+    ReadInto(value);
     return value;
 }
 
 bool TaggedReader::NextElement(const TaggedValue& parent, TaggedValue& value) {
     SkipTo(parent);
-    value = ReadValue();
+    ReadInto(value);
     return value.Tag != TagKind::End;
 }
 
 bool TaggedReader::NextMember(const TaggedValue& parent, TaggedValue& key, TaggedValue& value) {
     SkipTo(parent);
-    key = ReadValue();
+    ReadInto(key);
     if (key.Tag == TagKind::End) {
         return false;
     }
-    value = ReadValue();
+    ReadInto(value);
     return true;
 }
 
 template <typename Number>
-bool TaggedReader::ReadNumber(TaggedPayload& payload) {
+bool TaggedReader::ReadNumber(Number& number) {
     std::array<std::uint8_t, sizeof(Number)> bytes{};
     if (!ReadBytes(bytes.data(), sizeof(Number))) {
         return false;
@@ -354,49 +351,69 @@ bool TaggedReader::ReadNumber(TaggedPayload& payload) {
         bits = static_cast<decltype(bits)>(std::uint64_t{bits} << 8 | bytes[i]);
     }
     if constexpr (std::is_same_v<Number, bool>) {
-        payload = bits != 0;
+        number = bits != 0;
     } else {
-        payload = std::bit_cast<Number>(bits);
+        number = std::bit_cast<Number>(bits);
     }
     return true;
 }
 
+template <typename Number>
+bool TaggedReader::ReadNumberPayload(TaggedPayload& payload) {
+    Number number{};
+    if (!ReadNumber(number)) {
+        return false;
+    }
+    payload = number;
+    return true;
+}
+
 bool TaggedReader::ReadText(TaggedPayload& payload) {
-    TaggedPayload count;
-    if (!ReadNumber<std::uint32_t>(count)) {
+    std::uint32_t length = 0;
+    // The length is looked at before anything is allocated: a damaged one may say 4 GiB.
+    if (!ReadNumber(length) || Size - Position < length) {
         return false;
     }
-    const std::uint32_t length = std::get<std::uint32_t>(count);
-    // Looked at before anything is allocated: a damaged count may say 4 GiB.
-    if (Size - Position < length) {
-        return false;
-    }
-    auto& text = payload.emplace<std::string>(length, '\0');
+    // A walk reads one key after the other into the same value, so their memory serves for all.
+    auto* const held = std::get_if<std::string>(&payload);
+    std::string& text = held != nullptr ? *held : payload.emplace<std::string>();
+    text.resize(length);
     return ReadBytes(text.data(), length);
+}
+
+// The value may hold anything before.
+void TaggedReader::ReadInto(TaggedValue& value) {
+    value.Depth = 0;
+    if (!ReadBytes(&value.Tag, 1) || !ReadPayload(value)) {
+        Failed = true;
+        value = {};
+    }
 }
 
 bool TaggedReader::ReadPayload(TaggedValue& value) {
     switch (value.Tag) {
     case TagKind::End:
         --Depth;
+        value.Value = std::monostate{};
         return true;
     case TagKind::Bool:
-        return ReadNumber<bool>(value.Value);
+        return ReadNumberPayload<bool>(value.Value);
     case TagKind::Int32:
-        return ReadNumber<std::int32_t>(value.Value);
+        return ReadNumberPayload<std::int32_t>(value.Value);
     case TagKind::UInt32:
-        return ReadNumber<std::uint32_t>(value.Value);
+        return ReadNumberPayload<std::uint32_t>(value.Value);
     case TagKind::Int64:
-        return ReadNumber<std::int64_t>(value.Value);
+        return ReadNumberPayload<std::int64_t>(value.Value);
     case TagKind::UInt64:
-        return ReadNumber<std::uint64_t>(value.Value);
+        return ReadNumberPayload<std::uint64_t>(value.Value);
     case TagKind::Double:
-        return ReadNumber<double>(value.Value);
+        return ReadNumberPayload<double>(value.Value);
     case TagKind::String:
         return ReadText(value.Value);
     case TagKind::Array:
     case TagKind::Object:
         value.Depth = ++Depth;
+        value.Value = std::monostate{};
         return true;
     default:
         return false;

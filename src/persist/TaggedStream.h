@@ -165,9 +165,12 @@ struct TaggedReader {
 
 private:
     template <typename Number>
-    bool ReadNumber(TaggedPayload& payload);
+    bool ReadNumber(Number& number);
+    template <typename Number>
+    bool ReadNumberPayload(TaggedPayload& payload);
     bool ReadText(TaggedPayload& payload);
     bool ReadPayload(TaggedValue& value);
+    void ReadInto(TaggedValue& value);
     void SkipTo(const TaggedValue& parent);
 };
 
