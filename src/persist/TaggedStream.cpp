@@ -234,29 +234,28 @@ void TaggedWriter::WriteMemberBool(std::string_view key, bool value) {
     PutNumber(static_cast<std::uint8_t>(value));
 }
 
-void TaggedWriter::PutTag(TagKind tag) { Put(&tag, 1); }
+void TaggedWriter::PutTag(TagKind tag) { PutNumber(static_cast<std::uint8_t>(tag)); }
 
 template <typename Number>
 void TaggedWriter::PutNumber(Number number) {
     const auto bits = std::bit_cast<UnsignedOfSize<sizeof(Number)>>(number);
-    std::array<std::uint8_t, sizeof(Number)> bytes{};
+    std::array<char, sizeof(Number)> bytes{};
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<std::uint8_t>(bits >> (8 * i));
+        bytes[i] = static_cast<char>(bits >> (8 * i));
     }
-    Put(bytes.data(), bytes.size());
+    Put({bytes.data(), bytes.size()});
 }
 
 void TaggedWriter::PutText(std::string_view text) {
     PutNumber(static_cast<std::uint32_t>(text.size()));
-    Put(text.data(), text.size());
+    Put(text);
 }
 
-void TaggedWriter::Put(const void* bytes, std::size_t count) {
+void TaggedWriter::Put(std::string_view bytes) {
     if (!File) {
         return;
     }
-    const auto* const first = static_cast<const std::uint8_t*>(bytes);
-    Pending.insert(Pending.end(), first, first + count);
+    Pending += bytes;
     if (Pending.size() >= FlushThreshold) {
         Flush();
     }
@@ -342,13 +341,13 @@ bool TaggedReader::NextMember(const TaggedValue& parent, TaggedValue& key, Tagge
 
 template <typename Number>
 bool TaggedReader::ReadNumber(Number& number) {
-    std::array<std::uint8_t, sizeof(Number)> bytes{};
-    if (!ReadBytes(bytes.data(), sizeof(Number))) {
+    const std::uint32_t start = Position;
+    if (!ReadBytes(nullptr, sizeof(Number))) {
         return false;
     }
     UnsignedOfSize<sizeof(Number)> bits = 0;
-    for (std::size_t i = bytes.size(); i-- > 0;) {
-        bits = static_cast<decltype(bits)>(std::uint64_t{bits} << 8 | bytes[i]);
+    for (std::size_t i = sizeof(Number); i-- > 0;) {
+        bits = static_cast<decltype(bits)>(std::uint64_t{bits} << 8 | Buffer[start + i]);
     }
     if constexpr (std::is_same_v<Number, bool>) {
         number = bits != 0;
