@@ -160,6 +160,7 @@ bool TaggedWriter::OpenForWriting(const std::string& path) {
     }
     // The bytes are collected here already.
     std::setvbuf(File.get(), nullptr, _IONBF, 0);
+    Pending.reserve(FlushThreshold);
     Failed = false;
     return true;
 }
