@@ -294,13 +294,11 @@ bool LoadOptions(GameApp& app) {
 }
 
 bool SaveOptions(const GameApp& app) {
-    const std::string path = GetPrefFilePath(StagedName);
-    if (path.empty()) {
-        return false;
-    }
+    std::string path;
     bool written = false;
     try {
-        written = StageOptions(app, path) && SaveToUserStorage(StorageName, path);
+        path = GetPrefFilePath(StagedName);
+        written = !path.empty() && StageOptions(app, path) && SaveToUserStorage(StorageName, path);
     } catch (const std::exception& error) {
         SDL_Log("Failed to write %s: %s", StorageName, error.what());
     }

@@ -18,8 +18,6 @@ constexpr std::size_t BoardCells = std::size_t{BoardSide} * BoardSide;
 // A number and its blank take no more in the engine's text.
 constexpr std::size_t WordTextLength = 11;
 
-constexpr std::string_view WhiteSpace = " \t\n\v\f\r";
-
 // The numbers that the run and the document hold in the same form.
 struct NumberPair {
     std::int32_t RunState::*InRun;
@@ -55,6 +53,9 @@ bool IsTileType(std::int32_t number) {
 bool IsDirection(std::int32_t number) {
     return static_cast<std::uint32_t>(number) <= LastDirection;
 }
+
+// As in the C locale.
+bool IsWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 std::vector<DocumentEndpoint> MakeEndpoints(const std::vector<Endpoint>& endpoints) {
     std::vector<DocumentEndpoint> list;
@@ -245,7 +246,9 @@ std::string EngineText(const MersenneTwister& engine) {
 
 std::optional<MersenneTwister> ParseEngineText(std::string_view text) {
     const auto readNumber = [&text](std::uint32_t& number) {
-        text.remove_prefix(std::min(text.find_first_not_of(WhiteSpace), text.size()));
+        while (!text.empty() && IsWhiteSpace(text.front())) {
+            text.remove_prefix(1);
+        }
         const std::from_chars_result result =
             std::from_chars(text.data(), text.data() + text.size(), number);
         text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));

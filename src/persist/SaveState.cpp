@@ -117,12 +117,13 @@ void SaveTick(GameApp& app, float elapsedSeconds) {
 }
 
 bool WriteSaveState(const GameApp& app) {
-    const std::string path = GetPrefFilePath(StagedName);
-    if (path.empty()) {
-        return false;
-    }
+    std::string path;
     bool written = false;
     try {
+        path = GetPrefFilePath(StagedName);
+        if (path.empty()) {
+            return false;
+        }
         StageSave(app, path);
         written = SaveToUserStorage(StorageName, path);
     } catch (const std::exception&) {

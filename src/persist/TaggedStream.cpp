@@ -160,6 +160,7 @@ bool TaggedWriter::OpenForWriting(const std::string& path) {
     }
     // The bytes are collected here already.
     std::setvbuf(File.get(), nullptr, _IONBF, 0);
+    Pending.reserve(FlushThreshold);
     Failed = false;
     return true;
 }
@@ -234,29 +235,28 @@ void TaggedWriter::WriteMemberBool(std::string_view key, bool value) {
     PutNumber(static_cast<std::uint8_t>(value));
 }
 
-void TaggedWriter::PutTag(TagKind tag) { Put(&tag, 1); }
+void TaggedWriter::PutTag(TagKind tag) { PutNumber(static_cast<std::uint8_t>(tag)); }
 
 template <typename Number>
 void TaggedWriter::PutNumber(Number number) {
     const auto bits = std::bit_cast<UnsignedOfSize<sizeof(Number)>>(number);
-    std::array<std::uint8_t, sizeof(Number)> bytes{};
+    std::array<char, sizeof(Number)> bytes{};
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<std::uint8_t>(bits >> (8 * i));
+        bytes[i] = static_cast<char>(bits >> (8 * i));
     }
-    Put(bytes.data(), bytes.size());
+    Put({bytes.data(), bytes.size()});
 }
 
 void TaggedWriter::PutText(std::string_view text) {
     PutNumber(static_cast<std::uint32_t>(text.size()));
-    Put(text.data(), text.size());
+    Put(text);
 }
 
-void TaggedWriter::Put(const void* bytes, std::size_t count) {
+void TaggedWriter::Put(std::string_view bytes) {
     if (!File) {
         return;
     }
-    const auto* const first = static_cast<const std::uint8_t*>(bytes);
-    Pending.insert(Pending.end(), first, first + count);
+    Pending += bytes;
     if (Pending.size() >= FlushThreshold) {
         Flush();
     }
@@ -320,83 +320,100 @@ bool TaggedReader::ReadBytes(void* destination, std::uint32_t count) {
 
 TaggedValue TaggedReader::ReadValue() {
     TaggedValue value;
-    if (!ReadBytes(&value.Tag, 1) || !ReadPayload(value)) {
-        Failed = true;
-        return {};
-    }
+    ReadInto(value);
     return value;
 }
 
 bool TaggedReader::NextElement(const TaggedValue& parent, TaggedValue& value) {
     SkipTo(parent);
-    value = ReadValue();
+    ReadInto(value);
     return value.Tag != TagKind::End;
 }
 
 bool TaggedReader::NextMember(const TaggedValue& parent, TaggedValue& key, TaggedValue& value) {
     SkipTo(parent);
-    key = ReadValue();
+    ReadInto(key);
     if (key.Tag == TagKind::End) {
         return false;
     }
-    value = ReadValue();
+    ReadInto(value);
     return true;
 }
 
 template <typename Number>
-bool TaggedReader::ReadNumber(TaggedPayload& payload) {
-    std::array<std::uint8_t, sizeof(Number)> bytes{};
-    if (!ReadBytes(bytes.data(), sizeof(Number))) {
+bool TaggedReader::ReadNumber(Number& number) {
+    const std::uint32_t start = Position;
+    if (!ReadBytes(nullptr, sizeof(Number))) {
         return false;
     }
     UnsignedOfSize<sizeof(Number)> bits = 0;
-    for (std::size_t i = bytes.size(); i-- > 0;) {
-        bits = static_cast<decltype(bits)>(std::uint64_t{bits} << 8 | bytes[i]);
+    for (std::size_t i = sizeof(Number); i-- > 0;) {
+        bits = static_cast<decltype(bits)>(std::uint64_t{bits} << 8 | Buffer[start + i]);
     }
     if constexpr (std::is_same_v<Number, bool>) {
-        payload = bits != 0;
+        number = bits != 0;
     } else {
-        payload = std::bit_cast<Number>(bits);
+        number = std::bit_cast<Number>(bits);
     }
     return true;
 }
 
+template <typename Number>
+bool TaggedReader::ReadNumberPayload(TaggedPayload& payload) {
+    Number number{};
+    if (!ReadNumber(number)) {
+        return false;
+    }
+    payload = number;
+    return true;
+}
+
 bool TaggedReader::ReadText(TaggedPayload& payload) {
-    TaggedPayload count;
-    if (!ReadNumber<std::uint32_t>(count)) {
+    std::uint32_t length = 0;
+    // The length is looked at before anything is allocated: a damaged one may say 4 GiB.
+    if (!ReadNumber(length) || Size - Position < length) {
         return false;
     }
-    const std::uint32_t length = std::get<std::uint32_t>(count);
-    // Looked at before anything is allocated: a damaged count may say 4 GiB.
-    if (Size - Position < length) {
-        return false;
-    }
-    auto& text = payload.emplace<std::string>(length, '\0');
+    // A walk reads one key after the other into the same value, so their memory serves for all.
+    auto* const held = std::get_if<std::string>(&payload);
+    std::string& text = held != nullptr ? *held : payload.emplace<std::string>();
+    text.resize(length);
     return ReadBytes(text.data(), length);
+}
+
+// The value may hold anything before.
+void TaggedReader::ReadInto(TaggedValue& value) {
+    value.Depth = 0;
+    if (!ReadBytes(&value.Tag, 1) || !ReadPayload(value)) {
+        Failed = true;
+        value = {};
+    }
 }
 
 bool TaggedReader::ReadPayload(TaggedValue& value) {
     switch (value.Tag) {
     case TagKind::End:
         --Depth;
+        value.Value = std::monostate{};
         return true;
     case TagKind::Bool:
-        return ReadNumber<bool>(value.Value);
+        return ReadNumberPayload<bool>(value.Value);
     case TagKind::Int32:
-        return ReadNumber<std::int32_t>(value.Value);
+        return ReadNumberPayload<std::int32_t>(value.Value);
     case TagKind::UInt32:
-        return ReadNumber<std::uint32_t>(value.Value);
+        return ReadNumberPayload<std::uint32_t>(value.Value);
     case TagKind::Int64:
-        return ReadNumber<std::int64_t>(value.Value);
+        return ReadNumberPayload<std::int64_t>(value.Value);
     case TagKind::UInt64:
-        return ReadNumber<std::uint64_t>(value.Value);
+        return ReadNumberPayload<std::uint64_t>(value.Value);
     case TagKind::Double:
-        return ReadNumber<double>(value.Value);
+        return ReadNumberPayload<double>(value.Value);
     case TagKind::String:
         return ReadText(value.Value);
     case TagKind::Array:
     case TagKind::Object:
         value.Depth = ++Depth;
+        value.Value = std::monostate{};
         return true;
     default:
         return false;

@@ -115,11 +115,11 @@ private:
     template <typename Number>
     void PutNumber(Number number);
     void PutText(std::string_view text);
-    void Put(const void* bytes, std::size_t count);
+    void Put(std::string_view bytes);
     void Flush();
 
     FileHandle File;
-    std::vector<std::uint8_t> Pending; ///< Written, but not yet handed to the file.
+    std::string Pending; ///< Written, but not yet handed to the file.
     bool Failed = false;
 };
 
@@ -165,9 +165,12 @@ struct TaggedReader {
 
 private:
     template <typename Number>
-    bool ReadNumber(TaggedPayload& payload);
+    bool ReadNumber(Number& number);
+    template <typename Number>
+    bool ReadNumberPayload(TaggedPayload& payload);
     bool ReadText(TaggedPayload& payload);
     bool ReadPayload(TaggedValue& value);
+    void ReadInto(TaggedValue& value);
     void SkipTo(const TaggedValue& parent);
 };
 

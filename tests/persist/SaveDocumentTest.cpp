@@ -186,7 +186,7 @@ TEST_F(Document, PassesOverWhatItDoesNotKnow) {
     for (TaggedTree* const object :
          {&RunTree()["Packets"].Elements.at(0), &RunTree()["Sinks"].Elements.at(0),
           &RunTree()["Tiles"].Elements.at(5), &RunTree(), &Tree}) {
-        object->Members.emplace(object->Members.begin() + 1, "Unknown", nested);
+        object->Members.insert(object->Members.begin() + 1, {"Unknown", nested});
         object->Add("Other", TaggedTree::String("text"));
     }
     const SavedGame saved = Read(Tree);
@@ -325,8 +325,8 @@ TEST_F(Document, OfTwoMembersWithOneKeyTheLastCounts) {
     RunTree().Add("Level", TaggedTree::Int32(8));
     RunTree().Add("TileQueue", TaggedTree::Array());
     RunTree()["TileQueue"].Elements.clear();
-    RunTree().Members.back().second.Elements = {TaggedTree::Int32(1), TaggedTree::Int32(2),
-                                                TaggedTree::Int32(3)};
+    RunTree().Members.back().Value.Elements = {TaggedTree::Int32(1), TaggedTree::Int32(2),
+                                               TaggedTree::Int32(3)};
     RunTree()["Tiles"].Elements.at(0).Add("Type", TaggedTree::Int32(6));
     RunTree().Add("Packets", TaggedTree::Array());
     const SavedGame saved = Read(Tree);
@@ -428,7 +428,7 @@ TEST_F(Document, CutAnywhereIsNotWholeAndReadingEnds) {
 
 // A damaged value that nobody asks for does not cost the run.
 TEST_F(Document, WithADamagedUnknownMemberKeepsItsRun) {
-    Tree.Members.emplace(Tree.Members.begin(), "New", TaggedTree::Of(TagKind::None, {}));
+    Tree.Members.insert(Tree.Members.begin(), {"New", TaggedTree::Of(TagKind::None, {})});
     const SavedGame saved = Read(Tree);
     EXPECT_FALSE(saved.Complete);
     EXPECT_TRUE(saved.RunIsGood);

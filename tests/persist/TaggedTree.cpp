@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace Wirefall::Testing {
 
@@ -69,11 +70,11 @@ TaggedTree& TaggedTree::operator[](std::string_view key) {
 }
 
 void TaggedTree::Remove(std::string_view key) {
-    std::erase_if(Members, [key](const auto& member) { return member.first == key; });
+    std::erase_if(Members, [key](const auto& member) { return member.Key == key; });
 }
 
 void TaggedTree::Add(const std::string& key, const TaggedTree& value) {
-    Members.emplace_back(key, value);
+    Members.push_back({key, value});
 }
 
 TaggedTree TreeOf(const Bytes& stream) {

@@ -8,16 +8,17 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Wirefall::Testing {
 
+struct TaggedMember;
+
 struct TaggedTree {
     TagKind Tag = TagKind::None;
     TaggedPayload Value = std::monostate{};
-    std::vector<std::pair<std::string, TaggedTree>> Members; ///< Of an Object.
-    std::vector<TaggedTree> Elements;                        ///< Of an Array.
+    std::vector<TaggedMember> Members; ///< Of an Object.
+    std::vector<TaggedTree> Elements;  ///< Of an Array.
 
     static TaggedTree Of(TagKind tag, TaggedPayload value);
     static TaggedTree Int32(std::int32_t number);
@@ -29,6 +30,11 @@ struct TaggedTree {
     TaggedTree& operator[](std::string_view key);
     void Remove(std::string_view key);
     void Add(const std::string& key, const TaggedTree& value);
+};
+
+struct TaggedMember {
+    std::string Key;
+    TaggedTree Value;
 };
 
 /// The stream must be whole.
