@@ -219,10 +219,7 @@ TEST_F(LogLine, StaysSilentWhenTheTrimmedFileCannotBeOpenedAgain) {
 // The file of the log that StartSessionLog opens in a folder of its own.
 class LogSession : public testing::Test {
 protected:
-    ~LogSession() override {
-        EndSessionLog();
-        SDL_ResetLogPriorities();
-    }
+    ~LogSession() override { EndSessionLog(); }
     std::string Content() const { return TextIn(User.File("Wirefall.log")); }
 
     UserFolder User;
