@@ -20,8 +20,8 @@ namespace {
 using FileHandle = std::unique_ptr<std::FILE, LogFileCloser>;
 
 constexpr const char* LogName = "Wirefall.log";
-constexpr std::uint64_t LogCap = 1024 * 1024;
-constexpr std::uint64_t KeptBytes = 768 * 1024;
+constexpr std::uint64_t LogCap = 1048576;
+constexpr std::uint64_t KeptBytes = 786432;
 constexpr std::string_view TrimMarker = "\n[log truncated: size cap reached]\n";
 
 constexpr std::array<std::string_view, 4> VerboseWords = {"1", "true", "yes", "on"};
@@ -81,11 +81,17 @@ std::vector<char> ReadTail(const std::string& path, std::uint64_t maxBytes) {
     return tail;
 }
 
+// Whether it arrives is not looked at: there is nowhere to report it.
+void Append(std::FILE* file, std::string_view text) {
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));
+    static_cast<void>(std::fflush(file));
+}
+
 void WriteLine(SessionLog& log, int category, SDL_LogPriority priority, const char* message) {
-    std::fprintf(log.File.get(), "[%10llu ms] [%s] [cat:%d] %s\n",
-                 static_cast<unsigned long long>(ClockMs()), LevelName(priority), category,
-                 message != nullptr ? message : "");
-    std::fflush(log.File.get());
+    static_cast<void>(std::fprintf(log.File.get(), "[%10llu ms] [%s] [cat:%d] %s\n",
+                                   static_cast<unsigned long long>(ClockMs()), LevelName(priority),
+                                   category, message != nullptr ? message : ""));
+    static_cast<void>(std::fflush(log.File.get()));
 }
 
 void TrimWhenOverCap(SessionLog& log) {
@@ -126,8 +132,8 @@ void StartSessionLog() {
     log.ForwardToPrevious = false;
     SDL_SetLogOutputFunction(LogOutput, &log);
     log.Started = true;
-    std::fprintf(log.File.get(), "\n========== Wirefall %s (%s) ==========\n", Version, BuildKind);
-    std::fflush(log.File.get());
+    Append(log.File.get(),
+           std::string("\n========== Wirefall ") + Version + " (" + BuildKind + ") ==========\n");
 }
 
 void EndSessionLog() {
@@ -136,8 +142,7 @@ void EndSessionLog() {
         return;
     }
     if (log.File) {
-        std::fputs("========== Log Session End ==========\n", log.File.get());
-        std::fflush(log.File.get());
+        Append(log.File.get(), "========== Log Session End ==========\n");
     }
     SDL_SetLogOutputFunction(log.PreviousOutput, log.PreviousUserdata);
     log.Started = false;
@@ -178,9 +183,9 @@ void TrimLogFile(const std::string& path, std::uint64_t maxBytes) {
         return;
     }
     if (maxBytes > TrimMarker.size()) {
-        std::fwrite(TrimMarker.data(), 1, TrimMarker.size(), file.get());
+        Append(file.get(), TrimMarker);
     }
-    std::fwrite(tail.data(), 1, tail.size(), file.get());
+    Append(file.get(), {tail.data(), tail.size()});
 }
 
 } // namespace Wirefall

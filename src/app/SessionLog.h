@@ -20,7 +20,7 @@
 namespace Wirefall {
 
 struct LogFileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 struct SessionLog {

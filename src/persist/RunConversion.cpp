@@ -59,6 +59,7 @@ bool IsWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 std::vector<DocumentEndpoint> MakeEndpoints(const std::vector<Endpoint>& endpoints) {
     std::vector<DocumentEndpoint> list;
+    list.reserve(endpoints.size());
     for (const Endpoint& endpoint : endpoints) {
         list.push_back({endpoint.X, endpoint.Y, static_cast<std::int32_t>(endpoint.Dir)});
     }

@@ -25,7 +25,7 @@ constexpr const char* TitleReadName = ".TitleStorageRead.tmp";
 
 constexpr std::uint64_t StorageTimeoutMs = 1999;
 
-constexpr std::uint64_t MaxIniBytes = 256 * 1024;
+constexpr std::uint64_t MaxIniBytes = 262144;
 
 constexpr std::string_view Separators = "/\\";
 

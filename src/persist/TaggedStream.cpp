@@ -159,7 +159,7 @@ bool TaggedWriter::OpenForWriting(const std::string& path) {
         return false;
     }
     // The bytes are collected here already.
-    std::setvbuf(File.get(), nullptr, _IONBF, 0);
+    static_cast<void>(std::setvbuf(File.get(), nullptr, _IONBF, 0));
     Pending.reserve(FlushThreshold);
     Failed = false;
     return true;

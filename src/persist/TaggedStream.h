@@ -72,7 +72,7 @@ bool ReadAsInt64(const TaggedValue& value, std::int64_t& number);
 bool ReadAsUInt64(const TaggedValue& value, std::uint64_t& number);
 
 struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
