@@ -31,7 +31,8 @@ std::vector<std::string> ChangedEnvironment(const std::vector<EnvironmentChange>
     for (const EnvironmentChange& change : changes) {
         std::erase_if(settings, [&](const std::string& s) { return NameOf(s) == change.first; });
         if (change.second) {
-            settings.push_back(change.first + "=" + *change.second);
+            settings.push_back(change.first);
+            settings.back().append("=").append(*change.second);
         }
     }
     return settings;
@@ -69,7 +70,7 @@ std::string FindProgram(const std::string& name, const std::string& package) {
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::string candidate = folder + "/" + name;
+        std::string candidate = (std::filesystem::path(folder) / name).string();
         if (access(candidate.c_str(), X_OK) == 0) {
             return candidate;
         }

@@ -121,19 +121,19 @@ TEST_F(EndToEndTest, WalksTheMenuAndQuitsByItsLastRow) {
 // A pause that is longer than the time until the first packet, so a clock that goes on shows as a
 // packet on the board or as a lost one. Only time that may have been played can excuse that.
 TEST_F(EndToEndTest, PauseStopsTheClock) {
-    constexpr auto pause = std::chrono::milliseconds(5500);
-    constexpr auto firstPacket = std::chrono::milliseconds(40 * StepMs);
-    constexpr int mostTries = 5;
+    constexpr auto PauseTime = std::chrono::milliseconds(5500);
+    constexpr auto FirstPacket = std::chrono::milliseconds(40 * StepMs);
+    constexpr int MostTries = 5;
     GameSession& game = Start(Wide);
     game.Reader().LearnRuns();
-    for (int tries = 0; tries < mostTries; ++tries) {
+    for (int tries = 0; tries < MostTries; ++tries) {
         const auto start = Clock::now();
         game.StartNewGame();
         const RunState before = game.WaitForRun();
         game.Pause();
         auto played = Clock::now() - start;
 
-        std::this_thread::sleep_for(pause);
+        std::this_thread::sleep_for(PauseTime);
         const auto resumed = Clock::now();
         game.Resume();
         const RunState after = game.WaitForRun(&before);
@@ -141,7 +141,7 @@ TEST_F(EndToEndTest, PauseStopsTheClock) {
 
         game.Pause();
         game.LeaveToMenu();
-        if (played < firstPacket) {
+        if (played < FirstPacket) {
             EXPECT_TRUE(after.Packets.empty());
             EXPECT_EQ(0, after.LostPackets);
             EXPECT_EQ(before.Tiles, after.Tiles);
@@ -193,8 +193,8 @@ TEST_F(EndToEndTest, ClosingDuringTheFadeChangesNothing) {
     std::uint64_t brightness = game.Reader().MenuBrightness(game.LastSeen());
     const auto start = Clock::now();
     game.Press({"Escape"});
-    constexpr auto limit = std::chrono::minutes(2);
-    while (!game.HasEnded() && Clock::now() - start < limit) {
+    constexpr auto Limit = std::chrono::minutes(2);
+    while (!game.HasEnded() && Clock::now() - start < Limit) {
         game.Screen().CloseWindows();
         const std::uint64_t now = game.Reader().MenuBrightness(game.Look());
         ASSERT_LE(now, brightness);

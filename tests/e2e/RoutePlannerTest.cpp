@@ -19,16 +19,16 @@ constexpr std::uint32_t PlaceCommand = 44;
 
 // As many boards as there are seeds here, with a tick for each tile placed.
 TEST(RoutePlannerTest, BuildsARouteThatDelivers) {
-    constexpr std::uint32_t boards = 40;
-    constexpr int mostPlacements = 60;
+    constexpr std::uint32_t Boards = 40;
+    constexpr int MostPlacements = 60;
     std::uint32_t delivered = 0;
-    for (std::uint32_t seed = 1; seed <= boards; ++seed) {
+    for (std::uint32_t seed = 1; seed <= Boards; ++seed) {
         RunState& run = LiveRun();
         run = RunState{};
         run.Seed = seed;
         SeedEngine(run.RandomEngine, seed);
         GenerateLevel(run);
-        for (int i = 0; i < mostPlacements && !DeliversCleanly(run); ++i) {
+        for (int i = 0; i < MostPlacements && !DeliversCleanly(run); ++i) {
             const std::optional<Placement> placement = PlanPlacement(run);
             if (!placement) {
                 break;
@@ -42,7 +42,7 @@ TEST(RoutePlannerTest, BuildsARouteThatDelivers) {
         delivered += DeliversCleanly(run) ? 1U : 0U;
     }
     // A board can lie badly beside the virus; a player then starts anew.
-    EXPECT_GE(delivered, boards * 9 / 10);
+    EXPECT_GE(delivered, Boards * 9 / 10);
 }
 
 TEST(RoutePlannerTest, AFreshBoardDeliversNothing) {

@@ -170,8 +170,8 @@ std::optional<Cell> ScreenReader::ReadCursor(const Screenshot& screen) {
     const BoardLayout layout = PlaceBoard(Size.LogicalWidth, LogicalHeight);
     const auto cellSize = static_cast<float>(layout.CellSize);
     const float scale = Presented.w / static_cast<float>(Size.LogicalWidth);
-    constexpr float rounding = 4.0F;
-    const auto longest = static_cast<std::int32_t>(cellSize * scale + rounding);
+    constexpr float Rounding = 4.0F;
+    const auto longest = static_cast<std::int32_t>(cellSize * scale + Rounding);
     if (right < left || right - left > longest || bottom - top > longest) {
         return std::nullopt;
     }
@@ -273,9 +273,9 @@ bool ScreenReader::SeesAll(const Screenshot& screen) const {
 void ScreenReader::LearnMenu() {
     const Rgb bright = Opaque(Palette::BrightText);
     const Rgb normal = Opaque(Palette::NormalText);
-    constexpr std::int32_t mostRows = 6;
+    constexpr std::int32_t MostRows = 6;
     for (const bool offersToContinue : {false, true}) {
-        const std::int32_t rows = offersToContinue ? mostRows : mostRows - 1;
+        const std::int32_t rows = offersToContinue ? MostRows : MostRows - 1;
         for (std::int32_t selection = 0; selection < rows; ++selection) {
             GameApp app;
             app.HasSavedRun = offersToContinue;
@@ -311,8 +311,8 @@ void ScreenReader::LearnStillParts() {
     for (std::size_t i = 0; i < ChipRects.size(); ++i) {
         ChipRects[i] = PixelsOf(hud.InnerX, hud.ChipY[i], hud.InnerWidth, hud.ChipHeight);
     }
-    constexpr float markRoom = 20.0F;
-    MarkRect = PixelsOf(hud.InnerX + hud.InnerWidth - markRoom, hud.StatusTitleY - 2.0F, markRoom,
+    constexpr float MarkRoom = 20.0F;
+    MarkRect = PixelsOf(hud.InnerX + hud.InnerWidth - MarkRoom, hud.StatusTitleY - 2.0F, MarkRoom,
                         hud.LevelY - hud.StatusTitleY);
 
     IsStill.assign(StillPicture.Pixels.size(), true);
@@ -405,14 +405,14 @@ std::optional<std::size_t> ScreenReader::ReadQueue(const Screenshot& screen, Run
 }
 
 bool ScreenReader::ReadCounters(const Screenshot& screen, RunState& run) const {
-    constexpr std::array<std::int32_t RunState::*, 3> counters = {
+    constexpr std::array<std::int32_t RunState::*, 3> Counters = {
         &RunState::DeliveredPackets, &RunState::LostPackets, &RunState::CorruptedPackets};
-    for (std::size_t chip = 0; chip < counters.size(); ++chip) {
+    for (std::size_t chip = 0; chip < Counters.size(); ++chip) {
         const auto value = Lookup(ChipValues[chip], screen, ChipRects[chip]);
         if (!value) {
             return false;
         }
-        run.*counters[chip] = *value;
+        run.*Counters[chip] = *value;
     }
     const auto mark = Lookup(MarkShown, screen, MarkRect);
     run.FastForward = mark.value_or(0) == 1;
