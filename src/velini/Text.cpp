@@ -47,9 +47,7 @@ constexpr std::array<SequenceForm, 3> SequenceForms = {{
     {0xF8, 0xF0, 3},
 }};
 
-[[noreturn]] void RaiseInvalidSequence() {
-    throw std::runtime_error("Invalid UTF-8 sequence!");
-}
+[[noreturn]] void RaiseInvalidSequence() { throw std::runtime_error("Invalid UTF-8 sequence!"); }
 
 /// Decodes the sequence at `position` and moves behind it.
 char32_t DecodeSequence(std::string_view text, std::size_t& position) {

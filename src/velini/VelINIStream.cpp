@@ -19,9 +19,7 @@ std::size_t CheckedIndex(std::ptrdiff_t index, std::size_t size) {
 
 } // namespace
 
-std::size_t velINIStream::SectionCount() const {
-    return Sections.size();
-}
+std::size_t velINIStream::SectionCount() const { return Sections.size(); }
 
 IniSection& velINIStream::SectionAt(std::ptrdiff_t index) {
     return Sections[CheckedIndex(index, Sections.size())];

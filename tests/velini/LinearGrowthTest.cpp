@@ -38,9 +38,7 @@ struct Shape {
     std::string (*Make)(std::size_t count);
 };
 
-std::ostream& operator<<(std::ostream& out, const Shape& shape) {
-    return out << shape.Name;
-}
+std::ostream& operator<<(std::ostream& out, const Shape& shape) { return out << shape.Name; }
 
 class LinearGrowth : public ::testing::TestWithParam<Shape> {};
 

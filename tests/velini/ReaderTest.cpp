@@ -278,9 +278,7 @@ TEST(ReadFileEscapes, AnOffendingByteIsReadForItself) {
     EXPECT_EQ(Describe(ReadText("k=\\x00\r\nj=2").Document), "[VI_Global] k=x00 | j=2");
 }
 
-TEST(ReadFileEscapes, AKeyNameCanBeOne) {
-    EXPECT_EQ(ReadLine("\\x0041=1"), "A=1");
-}
+TEST(ReadFileEscapes, AKeyNameCanBeOne) { EXPECT_EQ(ReadLine("\\x0041=1"), "A=1"); }
 
 TEST(ReadFileEscapes, ComeBeforeTheMeaningOfTheLine) {
     EXPECT_EQ(ReadLine("a\\x003D\\x0031"), "a=1");
@@ -351,9 +349,7 @@ TEST(ReadFileBlankLines, AreEntries) {
     EXPECT_EQ(section.EmptyLineCount, 3U);
 }
 
-TEST(ReadFileBlankLines, ALineOfSpacesIsOne) {
-    EXPECT_EQ(ReadLine("   "), "(blank)");
-}
+TEST(ReadFileBlankLines, ALineOfSpacesIsOne) { EXPECT_EQ(ReadLine("   "), "(blank)"); }
 
 TEST(ReadFileBlankLines, BringASectionIntoBeing) {
     EXPECT_EQ(Describe(ReadText("\n\n\n\n\n\n").Document),

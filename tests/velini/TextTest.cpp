@@ -18,9 +18,7 @@ TEST(SplitTokens, TakesWhatStandsBetweenRunsOfDelimiters) {
     EXPECT_EQ(SplitTokens("one", ","), Tokens{"one"});
 }
 
-TEST(SplitTokens, MakesNoEmptyTokensAtTheEnds) {
-    EXPECT_EQ(SplitTokens(",,a,", ","), Tokens{"a"});
-}
+TEST(SplitTokens, MakesNoEmptyTokensAtTheEnds) { EXPECT_EQ(SplitTokens(",,a,", ","), Tokens{"a"}); }
 
 TEST(SplitTokens, HoldsTheWholeTextWhenThereIsNoToken) {
     EXPECT_EQ(SplitTokens("", ","), Tokens{""});

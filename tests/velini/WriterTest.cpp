@@ -96,9 +96,7 @@ TEST(WriteFile, AnErrorLeavesTheFileWrittenUpToTheEntry) {
     EXPECT_EQ(ContentOf(path), "[S]\r\na=1");
 }
 
-TEST(WriteFile, AnEmptyDocumentIsAnEmptyFile) {
-    EXPECT_EQ(WrittenText(velINIStream()), "");
-}
+TEST(WriteFile, AnEmptyDocumentIsAnEmptyFile) { EXPECT_EQ(WrittenText(velINIStream()), ""); }
 
 // The encoding.
 

@@ -32,9 +32,7 @@ constexpr ByteSet TagStops = MakeByteSet(" [];#");
 constexpr ByteSet BareStops = MakeByteSet(" []\"';#\n");
 constexpr ByteSet StringStops = MakeByteSet("\"'\\\n");
 
-bool Contains(const ByteSet& set, char c) {
-    return set[static_cast<unsigned char>(c)];
-}
+bool Contains(const ByteSet& set, char c) { return set[static_cast<unsigned char>(c)]; }
 
 /// The first position from `position` on whose byte is in the set, the size when there is none.
 std::size_t FindIn(const ByteSet& set, std::string_view text, std::size_t position) {
@@ -63,14 +61,10 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
     return text.starts_with(' ') ? text.substr(1) : text;
 }
 
-bool IsHeader(std::string_view line) {
-    return WithoutLeadingBlanks(line).starts_with('[');
-}
+bool IsHeader(std::string_view line) { return WithoutLeadingBlanks(line).starts_with('['); }
 
 /// What stands in front of the first newline.
-std::string_view FirstLine(std::string_view text) {
-    return text.substr(0, text.find('\n'));
-}
+std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
 } // namespace
 

@@ -187,8 +187,6 @@ private:
 
 } // namespace
 
-std::vector<std::string_view> DecodeLines(std::string& text) {
-    return LineDecoder(text).Decode();
-}
+std::vector<std::string_view> DecodeLines(std::string& text) { return LineDecoder(text).Decode(); }
 
 } // namespace velINI::Internal

@@ -44,21 +44,13 @@ std::basic_string<Character> FromUtf8(std::string_view text) {
 
 } // namespace
 
-std::string Utf8FromUtf16(std::u16string_view text) {
-    return ToUtf8(text);
-}
+std::string Utf8FromUtf16(std::u16string_view text) { return ToUtf8(text); }
 
-std::string Utf8FromUtf32(std::u32string_view text) {
-    return ToUtf8(text);
-}
+std::string Utf8FromUtf32(std::u32string_view text) { return ToUtf8(text); }
 
-std::u16string Utf16FromUtf8(std::string_view text) {
-    return FromUtf8<char16_t>(text);
-}
+std::u16string Utf16FromUtf8(std::string_view text) { return FromUtf8<char16_t>(text); }
 
-std::u32string Utf32FromUtf8(std::string_view text) {
-    return FromUtf8<char32_t>(text);
-}
+std::u32string Utf32FromUtf8(std::string_view text) { return FromUtf8<char32_t>(text); }
 
 } // namespace Internal
 } // namespace velINI

@@ -16,9 +16,7 @@ std::size_t Footprint(void* memory) {
 
 } // namespace
 
-velINI::Testing::AllocationCounts velINI::Testing::CurrentAllocations() {
-    return counts;
-}
+velINI::Testing::AllocationCounts velINI::Testing::CurrentAllocations() { return counts; }
 
 void* operator new(std::size_t size) {
     void* memory = std::malloc(size == 0 ? 1 : size);
@@ -38,6 +36,4 @@ void operator delete(void* memory) noexcept {
     }
 }
 
-void operator delete(void* memory, std::size_t) noexcept {
-    operator delete(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }

@@ -89,9 +89,7 @@ private:
 
 } // namespace
 
-std::string MakeRealisticFile(std::size_t size) {
-    return FileMaker().Make(size);
-}
+std::string MakeRealisticFile(std::size_t size) { return FileMaker().Make(size); }
 
 std::string MakeKeys(std::size_t count) {
     std::string text = "[Section]\n";
@@ -117,9 +115,7 @@ std::string MakeComments(std::size_t count) {
     return text;
 }
 
-std::string MakeBlankLines(std::size_t count) {
-    return "[Section]\n" + std::string(count, '\n');
-}
+std::string MakeBlankLines(std::size_t count) { return "[Section]\n" + std::string(count, '\n'); }
 
 std::string MakeElements(std::size_t count) {
     std::string text = "[Section]\n";

@@ -60,9 +60,7 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::PathOf(std::string_view name) const {
-    return (path_ / name).string();
-}
+std::string TemporaryFolder::PathOf(std::string_view name) const { return (path_ / name).string(); }
 
 std::string TemporaryFolder::Store(std::string_view name, std::string_view content) const {
     std::string path = PathOf(name);
@@ -79,9 +77,7 @@ std::string ContentOf(const std::string& path) {
 
 PrintedText::PrintedText() : previous_(std::cout.rdbuf(buffer_.rdbuf())) {}
 
-PrintedText::~PrintedText() {
-    std::cout.rdbuf(previous_);
-}
+PrintedText::~PrintedText() { std::cout.rdbuf(previous_); }
 
 ReadResult ReadText(std::string_view content) {
     const TemporaryFolder folder;
