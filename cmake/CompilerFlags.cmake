@@ -31,6 +31,11 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(wirefall_flags INTERFACE -Wduplicated-cond -Wduplicated-branches
                                                     -Wlogical-op -Wuseless-cast)
+    if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+      # GCC 12 sees overlapping copies in the concatenation of strings where there are none
+      # (GCC bug 105651).
+      target_compile_options(wirefall_flags INTERFACE -Wno-restrict)
+    endif()
   endif()
 elseif(MSVC)
   target_compile_options(wirefall_flags INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)

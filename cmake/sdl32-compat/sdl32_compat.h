@@ -26,16 +26,15 @@
 #define SDL_PROP_AUDIOSTREAM_AUTO_CLEANUP_BOOLEAN "SDL.audiostream.auto_cleanup"
 #endif
 
-typedef void(SDLCALL *SDL_AudioStreamDataCompleteCallback)(void *userdata, const void *buf,
+typedef void(SDLCALL* SDL_AudioStreamDataCompleteCallback)(void* userdata, const void* buf,
                                                            int buflen);
 
 /* Nothing is promised about when the stream lets go of the caller's buffer, only that it tells.
  * A copying put lets go of it at once. A put that failed never held the buffer, so it does not
  * tell. */
-static inline bool SDL_PutAudioStreamDataNoCopy(SDL_AudioStream *stream, const void *buf, int len,
+static inline bool SDL_PutAudioStreamDataNoCopy(SDL_AudioStream* stream, const void* buf, int len,
                                                 SDL_AudioStreamDataCompleteCallback callback,
-                                                void *userdata)
-{
+                                                void* userdata) {
     if (!SDL_PutAudioStreamData(stream, buf, len)) {
         return false;
     }
@@ -47,10 +46,9 @@ static inline bool SDL_PutAudioStreamDataNoCopy(SDL_AudioStream *stream, const v
 
 /* Write one channel's samples into every `channels`-th place of `interleaved`, beginning at the
  * first one. No samples means silence. */
-static inline void WirefallInterleaveChannel(Uint8 *interleaved, const Uint8 *samples,
+static inline void WirefallInterleaveChannel(Uint8* interleaved, const Uint8* samples,
                                              size_t sample_size, int channels, int num_samples,
-                                             int silence)
-{
+                                             int silence) {
     const size_t stride = sample_size * (size_t)channels;
     for (int i = 0; i < num_samples; ++i, interleaved += stride) {
         if (samples) {
@@ -62,10 +60,9 @@ static inline void WirefallInterleaveChannel(Uint8 *interleaved, const Uint8 *sa
 }
 
 /* The part of SDL_PutAudioStreamPlanarData that needs the stream's format to stay as it is. */
-static inline bool WirefallPutPlanarDataLocked(SDL_AudioStream *stream,
-                                               const void *const *channel_buffers,
-                                               int num_channels, int num_samples)
-{
+static inline bool WirefallPutPlanarDataLocked(SDL_AudioStream* stream,
+                                               const void* const* channel_buffers, int num_channels,
+                                               int num_samples) {
     SDL_AudioSpec spec;
     if (!SDL_GetAudioStreamFormat(stream, &spec, NULL)) {
         return false;
@@ -84,15 +81,15 @@ static inline bool WirefallPutPlanarDataLocked(SDL_AudioStream *stream,
     }
 
     const int len = (int)(frame_size * (size_t)num_samples);
-    Uint8 *interleaved = (Uint8 *)SDL_malloc((size_t)len);
+    Uint8* interleaved = (Uint8*)SDL_malloc((size_t)len);
     if (!interleaved) {
         return false;
     }
     const int silence = SDL_GetSilenceValueForFormat(spec.format);
     for (int channel = 0; channel < spec.channels; ++channel) {
-        const void *samples = channel < num_channels ? channel_buffers[channel] : NULL;
+        const void* samples = channel < num_channels ? channel_buffers[channel] : NULL;
         WirefallInterleaveChannel(interleaved + (size_t)channel * sample_size,
-                                  (const Uint8 *)samples, sample_size, spec.channels, num_samples,
+                                  (const Uint8*)samples, sample_size, spec.channels, num_samples,
                                   silence);
     }
     const bool put = SDL_PutAudioStreamData(stream, interleaved, len);
@@ -103,10 +100,9 @@ static inline bool WirefallPutPlanarDataLocked(SDL_AudioStream *stream,
 /* One buffer per channel, as many channels as the stream's source format has. A missing buffer
  * is silence, a buffer too many is ignored, and a channel count of -1 means that the caller
  * knows there is one for each. */
-static inline bool SDL_PutAudioStreamPlanarData(SDL_AudioStream *stream,
-                                                const void *const *channel_buffers,
-                                                int num_channels, int num_samples)
-{
+static inline bool SDL_PutAudioStreamPlanarData(SDL_AudioStream* stream,
+                                                const void* const* channel_buffers,
+                                                int num_channels, int num_samples) {
     if (!stream) {
         return SDL_InvalidParamError("stream");
     }
@@ -120,7 +116,8 @@ static inline bool SDL_PutAudioStreamPlanarData(SDL_AudioStream *stream,
         return true;
     }
     SDL_LockAudioStream(stream);
-    const bool put = WirefallPutPlanarDataLocked(stream, channel_buffers, num_channels, num_samples);
+    const bool put =
+        WirefallPutPlanarDataLocked(stream, channel_buffers, num_channels, num_samples);
     SDL_UnlockAudioStream(stream);
     return put;
 }

@@ -1,3 +1,4 @@
+#include "app/FramePacing.h"
 #include "app/Game.h"
 #include "app/InputPump.h"
 #include "app/ScreenFlow.h"
@@ -35,7 +36,6 @@ namespace {
 
 constexpr float MaxFrameSeconds = 0.033F;
 constexpr float SaveDelayAfterChange = 0.8F;
-constexpr std::uint64_t MinFrameMs = 8;
 
 constexpr PackedColor Black = Rgba(0x000000ff);
 
@@ -123,17 +123,6 @@ bool DrawFades(Game& game, std::uint64_t now) {
     return quitProgress >= 1.0F;
 }
 
-// Without vertical sync the frames are kept apart by hand.
-void PaceFrame(bool vsyncActive, std::uint64_t frameStart) {
-    if (vsyncActive) {
-        return;
-    }
-    const std::uint64_t elapsed = ClockMs() - frameStart;
-    if (elapsed < MinFrameMs) {
-        SDL_Delay(static_cast<Uint32>(MinFrameMs - elapsed));
-    }
-}
-
 } // namespace
 
 void RunFrame(Game& game) {
@@ -175,7 +164,9 @@ void RunFrame(Game& game) {
     if (quitDone) {
         app.Running = false;
     }
-    PaceFrame(app.VSyncActive, frameStart);
+    if (const std::uint64_t delay = PaceDelayMs(app.VSyncActive, ClockMs() - frameStart)) {
+        SDL_Delay(static_cast<Uint32>(delay));
+    }
     game.PreviousTicks = now;
 }
 

@@ -109,9 +109,8 @@ constexpr std::array<RowAction, 4> PauseActions = {
 // --- What a press does, screen by screen.
 
 // Moves the selection over `actions` in a circle, or does what the selected row says, or goes back.
-template <typename Actions>
-void PressInMenu(GameApp& app, PressCode code, const Actions& actions, std::int32_t& selection,
-                 RowAction back) {
+void PressInMenu(GameApp& app, PressCode code, std::span<const RowAction> actions,
+                 std::int32_t& selection, RowAction back) {
     const auto rows = static_cast<std::int32_t>(actions.size());
     if (IsUp(app, code)) {
         EnqueueSound(app, SoundEvent::UiMove);
@@ -169,7 +168,7 @@ void PressOnPlaying(GameApp& app, PressCode code) {
         app.ResetFrameClock = true;
         return;
     }
-    const auto* const row =
+    const auto row =
         std::find_if(PlayRows.begin(), PlayRows.end(), [&app, code](const PlayRow& candidate) {
             return code == candidate.FixedCode || IsAction(app, code, candidate.Action);
         });

@@ -27,7 +27,7 @@ namespace Wirefall {
 namespace {
 
 void SeedSpareEngine(GameApp& app) {
-    std::random_device device("default");
+    std::random_device device;
     SeedEngine(app.SpareEngine, device());
 }
 

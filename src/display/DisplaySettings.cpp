@@ -7,6 +7,7 @@
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
+#include <SDL3/SDL_timer.h>
 
 #include <optional>
 
@@ -26,6 +27,22 @@ std::optional<Resolution> WindowSize(SDL_Window* window) {
         return std::nullopt;
     }
     return Resolution{width, height};
+}
+
+/// Window managers resize in their own time; until then the window tells its former size, by which
+/// it would be centred wrongly. One sync is not always enough for a window that cannot be resized
+/// by hand. The wait is bounded, at about half a second, since a display may refuse the size.
+void AwaitSize(SDL_Window* window, const Resolution& wanted) {
+    constexpr int Tries = 50;
+    constexpr int PauseMs = 10;
+    for (int i = 0; i < Tries; ++i) {
+        const std::optional<Resolution> size = WindowSize(window);
+        if (!size || *size == wanted) {
+            return;
+        }
+        SDL_SyncWindow(window);
+        SDL_Delay(PauseMs);
+    }
 }
 
 /// The part of the window's display that panels and docks leave free. Empty when unknown.
@@ -50,9 +67,6 @@ int CentredStart(int boundsStart, int boundsLength, int windowLength) {
 }
 
 void CentreWindow(SDL_Window* window) {
-    // Window managers resize in their own time; until then the window tells its former size. A wait
-    // that ran out changes nothing: whatever size there is then gets centred.
-    SDL_SyncWindow(window);
     const std::optional<Resolution> size = WindowSize(window);
     if (!size) {
         SDL_Log("SDL_GetWindowSize failed before centering: %s", SDL_GetError());
@@ -98,6 +112,7 @@ void ApplyWindowed(SDL_Window* window, const Resolution& wanted) {
     // A window that keeps its size stays where the player has put it.
     recentre = recentre || (before && *before != wanted);
     if (recentre) {
+        AwaitSize(window, wanted);
         CentreWindow(window);
     }
 }

@@ -15,7 +15,7 @@ struct Resolution {
     std::int32_t Width = 0;
     std::int32_t Height = 0;
 
-    auto operator<=>(const Resolution&) const = default;
+    auto operator<=>(const Resolution&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 struct DisplayMode {

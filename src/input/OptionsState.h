@@ -35,8 +35,8 @@ struct PendingAudio {
     std::int32_t MasterVolume = 100;
     std::int32_t MusicVolume = 50;
     std::int32_t SfxVolume = 75;
-    bool MusicEnabled = true;
-    bool SfxEnabled = true;
+    bool MusicEnabled = false;
+    bool SfxEnabled = false;
     std::string Language = "en";
     bool Valid = false;
 };

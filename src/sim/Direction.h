@@ -12,10 +12,6 @@ namespace Wirefall {
 
 enum class Direction : std::uint8_t { Up = 0, Right = 1, Down = 2, Left = 3 };
 
-/// The order in which every rule that looks at the neighbours of a cell walks them.
-inline constexpr std::array<Direction, 4> ScanOrder = {Direction::Up, Direction::Right,
-                                                       Direction::Down, Direction::Left};
-
 /// A set of exits of a cell: the sum of the DirectionBit of each. Only the low four bits count.
 using ConnectionMask = std::uint8_t;
 

@@ -1,6 +1,7 @@
 #include "sim/LevelGeneration.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Wirefall {
@@ -23,39 +24,32 @@ constexpr std::array<EdgeRow, 4> Edges = {{
 
 const EdgeRow& RowOf(BoardEdge edge) { return Edges[static_cast<std::size_t>(edge)]; }
 
-// Percentages; a Cross takes the rest.
+constexpr std::array<TileType, 4> MixedKinds = {TileType::Empty, TileType::Straight,
+                                                TileType::Corner, TileType::TJunction};
+
 struct TileMix {
     std::int32_t FromLevel;
-    std::uint32_t Empty;
-    std::uint32_t Straight;
-    std::uint32_t Corner;
-    std::uint32_t TJunction;
+    std::array<std::uint32_t, MixedKinds.size()> Percent; // a Cross takes the rest
 };
 
 constexpr std::array<TileMix, 3> Mixes = {{
-    {7, 45, 20, 17, 11},
-    {4, 50, 20, 16, 9},
-    {1, 55, 20, 15, 7},
+    {7, {45, 20, 17, 11}},
+    {4, {50, 20, 16, 9}},
+    {1, {55, 20, 15, 7}},
 }};
 
 const TileMix& MixForLevel(std::int32_t level) {
-    const auto* const found = std::find_if(
-        Mixes.begin(), Mixes.end(), [level](const TileMix& mix) { return level >= mix.FromLevel; });
+    const auto found = std::find_if(Mixes.begin(), Mixes.end(),
+                                    [level](const TileMix& mix) { return level >= mix.FromLevel; });
     return found == Mixes.end() ? Mixes.back() : *found;
 }
 
-TileType KindForDraw(const TileMix& mix, std::uint32_t percent) {
-    const std::array<std::pair<TileType, std::uint32_t>, 4> shares = {{
-        {TileType::Empty, mix.Empty},
-        {TileType::Straight, mix.Straight},
-        {TileType::Corner, mix.Corner},
-        {TileType::TJunction, mix.TJunction},
-    }};
+TileType KindForDraw(const TileMix& mix, std::uint32_t drawn) {
     std::uint32_t threshold = 0;
-    for (const auto& [kind, share] : shares) {
-        threshold += share;
-        if (percent < threshold) {
-            return kind;
+    for (std::size_t i = 0; i < MixedKinds.size(); ++i) {
+        threshold += mix.Percent[i];
+        if (drawn < threshold) {
+            return MixedKinds[i];
         }
     }
     return TileType::Cross;

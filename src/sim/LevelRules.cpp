@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cfloat>
 #include <cmath>
 
 namespace Wirefall {
@@ -29,6 +30,10 @@ constexpr std::array<RampRow, 4> Ramp = {{
     {&RunState::PacketGraceTicks, 0.92F, 8},
     {&RunState::VirusGraceTicks, 0.95F, 16},
 }};
+
+// The settings of the next level and the ratios are reckoned in single precision. Hardware that
+// keeps more digits in between would come to other levels.
+static_assert(FLT_EVAL_METHOD == 0);
 
 constexpr float InfectionWarning = 0.18F;
 constexpr float InfectionDanger = 0.34F;

@@ -3,7 +3,8 @@
 #include "sim/Virus.h"
 
 #include <algorithm>
-#include <array>
+#include <initializer_list>
+#include <limits>
 
 namespace Wirefall {
 
@@ -200,7 +201,9 @@ void RunTick(RunState& run, TickScratch& scratch) {
 void AdvanceSimulation(std::uint64_t deltaMs) {
     RunState& run = LiveRun();
     Simulation& simulation = LiveSimulation();
-    simulation.AccumulatorMs += std::min(deltaMs, MaxFrameMs);
+    // Up against the end of the range, where only a damaged save can put it, it stops growing.
+    const std::uint64_t room = std::numeric_limits<std::uint64_t>::max() - simulation.AccumulatorMs;
+    simulation.AccumulatorMs += std::min({deltaMs, MaxFrameMs, room});
     for (int step = 0; simulation.AccumulatorMs >= StepMs && step < MaxStepsPerCall; ++step) {
         const int ticks = run.FastForward && !run.GameOver ? FastForwardTicks : 1;
         for (int tick = 0; tick < ticks && !LevelIsOver(run); ++tick) {

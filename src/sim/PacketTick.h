@@ -15,8 +15,8 @@ namespace Wirefall {
 inline constexpr std::uint64_t StepMs = 125;
 /// The most time that one frame can feed in, so that the game slows down after a stall.
 inline constexpr std::uint64_t MaxFrameMs = 250;
-/// The most steps that one call runs. Play never has more than two or three waiting; only a damaged
-/// save can, and it must not freeze the frame.
+/// The most steps that one call runs. Play never has more than two waiting; only a damaged save
+/// can, and it must not freeze the frame.
 inline constexpr int MaxStepsPerCall = 1000;
 inline constexpr int FastForwardTicks = 3;
 

@@ -75,9 +75,8 @@ void ApplyRunCommand(std::uint32_t code) {
     if (run.GameOver) {
         return;
     }
-    const auto* const command =
-        std::find_if(Commands.begin(), Commands.end(),
-                     [code](const CommandRow& row) { return row.Code == code; });
+    const auto command = std::find_if(Commands.begin(), Commands.end(),
+                                      [code](const CommandRow& row) { return row.Code == code; });
     if (command != Commands.end() && command->Apply(run)) {
         ++LiveSimulation().Revision;
     }

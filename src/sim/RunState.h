@@ -109,12 +109,11 @@ inline bool CanExit(const RunState& run, const Tile& tile, std::int32_t x, std::
     return InBounds(run, nx, ny) && HasExit(TileAt(run, nx, ny).Connections, OppositeDirection(d));
 }
 
-/// Calls visit(neighbour), in scan order, for each neighbour by whose side CanExit holds for the
-/// cell (x, y), which must be in bounds. `Run` is RunState or const RunState; the neighbour is a
-/// Tile& or a const Tile& accordingly.
-template <typename Run, typename Visit>
-void VisitConnected(Run& run, std::int32_t x, std::int32_t y, Visit visit) {
-    auto* const cell = &TileAt(run, x, y);
+/// Calls visit(neighbour) with each Tile& around the cell (x, y), which must be in bounds, for
+/// whose side CanExit holds: first the one above, and then clockwise.
+template <typename Visit>
+void VisitConnected(RunState& run, std::int32_t x, std::int32_t y, Visit visit) {
+    Tile* const cell = &TileAt(run, x, y);
     const ConnectionMask exits = cell->Connections;
     const auto look = [cell, exits, &visit](Direction d, bool inBounds, std::ptrdiff_t step) {
         if (HasExit(exits, d) && inBounds &&

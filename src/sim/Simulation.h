@@ -12,8 +12,8 @@
 
 namespace Wirefall {
 
-/// Lists that a tick needs for its own work, kept so that a tick allocates nothing. Nothing in them
-/// outlives the tick.
+/// Lists that a tick needs for its own work, kept so that a tick allocates nothing. What is in them
+/// means nothing outside the tick.
 struct TickScratch {
     struct CellCount {
         std::int32_t Total = 0;

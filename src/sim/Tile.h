@@ -27,7 +27,7 @@ inline constexpr int TileTypeCount = 8;
 struct Tile {
     TileType Type = TileType::Empty;
     /// Need not be what MakeTile would give for Type: an endpoint cell is a Straight with a single
-    /// exit, and a used-up Antivirus keeps its four.
+    /// exit.
     ConnectionMask Connections = NoExits;
     bool VirusInfected = false;
     bool OccupiedBySource = false;

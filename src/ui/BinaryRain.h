@@ -22,9 +22,9 @@ struct RainCacheRecord {
 
 extern RainCacheRecord RainCache;
 
-/// Covers a canvas of that width. Not animated, the digits are gone and the ground is dark. Any
-/// trouble with the texture ends in a plain ground for this frame. Does nothing for a null renderer
-/// or a width that is not positive.
+/// Covers a canvas of that width, which is below 2^24. Not animated, the digits are gone and the
+/// ground is dark. Any trouble with the texture ends in a plain ground for this frame. Does nothing
+/// for a null renderer or a width that is not positive.
 void DrawBinaryRain(SDL_Renderer* renderer, float width, bool animated);
 
 /// Destroys the texture, before its renderer is destroyed. Does nothing when there is none.

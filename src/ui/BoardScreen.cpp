@@ -23,8 +23,8 @@ constexpr PackedColor CanvasColor = Rgba(0x040a0cff);
 // Some lines of the canvas, picked by one step of a linear congruential generator on the line's
 // number, as if an old screen were badly tuned.
 void DrawScanLines(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
-    constexpr PackedColor rgb = Rgba(0x122a2200);
-    constexpr std::uint32_t faintest = 22;
+    constexpr PackedColor Rgb = Rgba(0x122a2200);
+    constexpr std::uint32_t Faintest = 22;
     static std::array<RectBatch, 32> batches; // by brightness
     for (std::int32_t y = 0; y < height; ++y) {
         const std::uint32_t v = static_cast<std::uint32_t>(y) * 1103515245U + 12345U;
@@ -34,7 +34,7 @@ void DrawScanLines(SDL_Renderer* renderer, std::int32_t width, std::int32_t heig
         }
     }
     for (std::size_t i = 0; i < batches.size(); ++i) {
-        batches[i].Flush(renderer, WithAlpha(rgb, static_cast<std::uint8_t>(i + faintest)));
+        batches[i].Flush(renderer, WithAlpha(Rgb, static_cast<std::uint8_t>(i + Faintest)));
     }
 }
 
@@ -47,13 +47,13 @@ constexpr std::uint32_t GrainHash(std::uint32_t x, std::uint32_t y) {
 // A dot or none in each square of five by five pixels, and if so, on one of four of its pixels. All
 // from a hash of the square's place, so that the grain stands still without being stored.
 void DrawGrain(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
-    constexpr PackedColor coarseColor = Rgba(0x1840344e);
-    constexpr PackedColor fineColor = Rgba(0x122c2640);
-    constexpr std::uint32_t step = 5;
+    constexpr PackedColor CoarseColor = Rgba(0x1840344e);
+    constexpr PackedColor FineColor = Rgba(0x122c2640);
+    constexpr std::uint32_t Step = 5;
     static RectBatch coarse;
     static RectBatch fine;
-    for (std::uint32_t y = 0; y < static_cast<std::uint32_t>(height); y += step) {
-        for (std::uint32_t x = 0; x < static_cast<std::uint32_t>(width); x += step) {
+    for (std::uint32_t y = 0; y < static_cast<std::uint32_t>(height); y += Step) {
+        for (std::uint32_t x = 0; x < static_cast<std::uint32_t>(width); x += Step) {
             const std::uint32_t h = GrainHash(x, y);
             if ((h & 11U) == 0) {
                 coarse.Add(static_cast<float>(x + 1U + ((h >> 7U) & 1U)),
@@ -64,13 +64,13 @@ void DrawGrain(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) 
             }
         }
     }
-    coarse.Flush(renderer, coarseColor);
-    fine.Flush(renderer, fineColor);
+    coarse.Flush(renderer, CoarseColor);
+    fine.Flush(renderer, FineColor);
 }
 
 // Light that comes in from the top and the bottom and fades with the square of the distance.
 void DrawGlow(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
-    constexpr PackedColor rgb = Rgba(0x10342800);
+    constexpr PackedColor Rgb = Rgba(0x10342800);
     static RectBatch lines;
     const float depth = std::min(0.22F * static_cast<float>(height), 140.0F);
     const auto lineCount = static_cast<std::int32_t>(depth);
@@ -81,7 +81,7 @@ void DrawGlow(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
             const auto canvasWidth = static_cast<float>(width);
             lines.Add(0.0F, static_cast<float>(i), canvasWidth, 1.0F);
             lines.Add(0.0F, static_cast<float>(height - 1 - i), canvasWidth, 1.0F);
-            lines.Flush(renderer, WithAlpha(rgb, static_cast<std::uint8_t>(alpha)));
+            lines.Flush(renderer, WithAlpha(Rgb, static_cast<std::uint8_t>(alpha)));
         }
     }
 }
@@ -89,16 +89,16 @@ void DrawGlow(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
 // Nested frames, each fainter, that darken the rim of the canvas. Their lines cross at the corners,
 // where the shade counts twice.
 void DrawFrameShade(SDL_Renderer* renderer, std::int32_t width, std::int32_t height) {
-    constexpr std::int32_t frames = 16;
-    constexpr std::int32_t darkest = 30;
-    for (std::int32_t i = 0; i < frames; ++i) {
+    constexpr std::int32_t Frames = 16;
+    constexpr std::int32_t Darkest = 30;
+    for (std::int32_t i = 0; i < Frames; ++i) {
         const std::int32_t w = width - 4 * i;
         const std::int32_t h = height - 4 * i;
         if (w <= 0 || h <= 0) {
             return;
         }
         const PackedColor color =
-            WithAlpha(Rgba(0x00000000), static_cast<std::uint8_t>(darkest - i));
+            WithAlpha(Rgba(0x00000000), static_cast<std::uint8_t>(Darkest - i));
         const auto inset = static_cast<float>(2 * i);
         const auto innerWidth = static_cast<float>(w);
         const auto innerHeight = static_cast<float>(h);
@@ -122,10 +122,10 @@ void DrawBackground(SDL_Renderer* renderer, std::int32_t width, std::int32_t hei
 }
 
 void DrawGridFrame(SDL_Renderer* renderer, const BoardLayout& layout) {
-    constexpr std::int32_t border = 6;
-    const auto x = static_cast<float>(layout.BoardX - border);
-    const auto y = static_cast<float>(layout.BoardY - border);
-    const auto side = static_cast<float>(BoardExtent(layout) + 2 * border);
+    constexpr std::int32_t Border = 6;
+    const auto x = static_cast<float>(layout.BoardX - Border);
+    const auto y = static_cast<float>(layout.BoardY - Border);
+    const auto side = static_cast<float>(BoardExtent(layout) + 2 * Border);
     FillOutlinedRect(renderer, x, y, side, side, Palette::PanelBody, Palette::FrameLine);
     FillRect(renderer, x, y, side, 2.0F, Palette::Accent);
 }
@@ -145,7 +145,7 @@ void DrawEndpoint(SDL_Renderer* renderer, const SDL_FRect& cell, const Endpoint*
 }
 
 void DrawCells(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
-    constexpr PackedColor infection = Rgba(0xc0363670);
+    constexpr PackedColor Infection = Rgba(0xc0363670);
     for (std::int32_t y = 0; y < run.GridHeight; ++y) {
         for (std::int32_t x = 0; x < run.GridWidth; ++x) {
             const Tile& tile = TileAt(run, x, y);
@@ -154,7 +154,7 @@ void DrawCells(SDL_Renderer* renderer, const RunState& run, const BoardLayout& l
             DrawEndpoint(renderer, cell, FindEndpoint(run.Sources, x, y), Palette::Cyan);
             DrawEndpoint(renderer, cell, FindEndpoint(run.Sinks, x, y), Palette::Green);
             if (tile.VirusInfected) {
-                FillRect(renderer, cell.x, cell.y, cell.w, cell.h, infection);
+                FillRect(renderer, cell.x, cell.y, cell.w, cell.h, Infection);
             }
             DrawTile(renderer, tile, cell.x, cell.y, cell.w, cell.h);
             OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, Palette::FrameLine);
@@ -163,8 +163,8 @@ void DrawCells(SDL_Renderer* renderer, const RunState& run, const BoardLayout& l
 }
 
 void DrawPackets(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
-    constexpr PackedColor corrupted = Rgba(0xf67474ff);
-    constexpr PackedColor rim = Rgba(0x081614e6);
+    constexpr PackedColor Corrupted = Rgba(0xf67474ff);
+    constexpr PackedColor Rim = Rgba(0x081614e6);
     const auto cellSize = static_cast<float>(layout.CellSize);
     const float side = std::max(5.0F, 0.28F * cellSize);
     const float margin = (cellSize - side) / 2.0F;
@@ -172,24 +172,24 @@ void DrawPackets(SDL_Renderer* renderer, const RunState& run, const BoardLayout&
         if (InBounds(run, packet.X, packet.Y)) {
             const SDL_FRect cell = CellRect(layout, packet.X, packet.Y);
             FillOutlinedRect(renderer, cell.x + margin, cell.y + margin, side, side,
-                             packet.Corrupted ? corrupted : Palette::Cyan, rim);
+                             packet.Corrupted ? Corrupted : Palette::Cyan, Rim);
         }
     }
 }
 
 void DrawCursor(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
-    constexpr PackedColor free = Rgba(0xeada96ff);
-    constexpr PackedColor blocked = Rgba(0xe67e66ff);
-    constexpr PackedColor previewShade = Rgba(0x0a181680);
+    constexpr PackedColor Free = Rgba(0xeada96ff);
+    constexpr PackedColor Blocked = Rgba(0xe67e66ff);
+    constexpr PackedColor PreviewShade = Rgba(0x0a181680);
     if (!InBounds(run, run.CursorX, run.CursorY)) {
         return;
     }
     const bool onEndpoint = IsEndpointCell(run, run.CursorX, run.CursorY);
     const SDL_FRect cell = CellRect(layout, run.CursorX, run.CursorY);
-    OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, onEndpoint ? blocked : free);
+    OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, onEndpoint ? Blocked : Free);
     if (!onEndpoint && !run.GameOver) {
         FillRect(renderer, cell.x + 2.0F, cell.y + 2.0F, cell.w - 4.0F, cell.h - 4.0F,
-                 previewShade);
+                 PreviewShade);
         DrawTile(renderer, MakeTile(run.TileQueue[0], run.PreviewRotation), cell.x, cell.y, cell.w,
                  cell.h);
     }

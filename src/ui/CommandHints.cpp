@@ -82,8 +82,8 @@ private:
 };
 
 bool HasFactoryCursorButtons(const GamepadTable& bindings) {
-    constexpr auto cursorActions = ActionIndex(InputAction::CursorRight) + 1;
-    return std::equal(bindings.begin(), bindings.begin() + cursorActions,
+    constexpr auto CursorActions = ActionIndex(InputAction::CursorRight) + 1;
+    return std::equal(bindings.begin(), bindings.begin() + CursorActions,
                       FactoryBindings::Gamepad.begin());
 }
 
@@ -128,9 +128,8 @@ std::string ShortKeyLabel(std::uint32_t scancode) {
     if (scancode == UnboundKey || scancode > MaxScancode) {
         return UnboundLabel;
     }
-    const auto* const row =
-        std::find_if(KeyLabels.begin(), KeyLabels.end(),
-                     [scancode](const KeyLabel& r) { return r.Scancode == scancode; });
+    const auto row = std::find_if(KeyLabels.begin(), KeyLabels.end(),
+                                  [scancode](const KeyLabel& r) { return r.Scancode == scancode; });
     return row == KeyLabels.end() ? CompressLabel(KeyboardBindingText(scancode)) : row->Label;
 }
 

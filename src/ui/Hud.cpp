@@ -192,11 +192,11 @@ constexpr std::size_t ValueLines = 2;
 
 // Where the line that starts at `start` ends.
 std::size_t LineEnd(std::string_view value, std::size_t start, float maxWidth, std::int32_t scale) {
-    constexpr std::string_view breakAfter = " +-/|";
+    constexpr std::string_view BreakAfter = " +-/|";
     std::size_t end = start;
     std::size_t breakEnd = start;
     for (; end < value.size(); ++end) {
-        if (breakAfter.find(value[end]) != std::string_view::npos) {
+        if (BreakAfter.find(value[end]) != std::string_view::npos) {
             breakEnd = end + 1;
         }
         if (ByteWidth(end + 1 - start, scale) > maxWidth) {

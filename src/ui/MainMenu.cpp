@@ -71,13 +71,13 @@ struct MenuLayout {
 
 MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
-    constexpr auto height = static_cast<float>(LogicalHeight);
-    constexpr std::size_t titleBytes = TitleLeft.size() + 1 + TitleRight.size();
+    constexpr auto Height = static_cast<float>(LogicalHeight);
+    constexpr std::size_t TitleBytes = TitleLeft.size() + 1 + TitleRight.size();
 
     MenuLayout menu;
     menu.CenterX = width / 2.0F;
     menu.PanelWidth = std::max(120.0F, width - 2.0F * PanelX);
-    menu.TitleScale = FitScaleToLength(titleBytes, std::max(160.0F, menu.PanelWidth - 96.0F),
+    menu.TitleScale = FitScaleToLength(TitleBytes, std::max(160.0F, menu.PanelWidth - 96.0F),
                                        metrics.MenuTitleScale);
     menu.VersionScale = menu.TitleScale > 8 ? menu.TitleScale / 3 : 2;
     menu.ItemHeight = HeightOf(metrics.MenuItemScale);
@@ -89,7 +89,7 @@ MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
     const float listHeight = static_cast<float>(rows - 1) * menu.ItemPitch + menu.ItemHeight;
     const float content = titleHeight + d(6.0F) + versionHeight + d(28.0F) + listHeight + d(30.0F) +
                           menu.FooterHeight;
-    menu.TitleY = d(24.0F) + std::max(0.0F, (height - d(24.0F) - d(14.0F) - content) / 2.0F);
+    menu.TitleY = d(24.0F) + std::max(0.0F, (Height - d(24.0F) - d(14.0F) - content) / 2.0F);
     menu.VersionY = menu.TitleY + titleHeight + d(6.0F);
     menu.ItemsY = menu.VersionY + versionHeight + d(28.0F);
     menu.FooterY = menu.ItemsY + listHeight + d(30.0F);

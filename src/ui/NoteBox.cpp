@@ -17,23 +17,23 @@ constexpr PackedColor BoxBody = Rgba(0x081614e4);
 constexpr float BarThickness = 2.0F;
 
 void DrawFrame(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor accent) {
-    constexpr float t = BarThickness;
+    constexpr float T = BarThickness;
     FillRect(renderer, x, y, w, h, BoxBody);
-    FillRect(renderer, x, y, w, t, Palette::FrameLine);
-    FillRect(renderer, x, y + h - t, w, t, Palette::FrameLine);
-    FillRect(renderer, x, y, t, h, Palette::FrameLine);
-    FillRect(renderer, x + w - t, y, t, h, Palette::FrameLine);
-    FillRect(renderer, x, y, w, t, accent);
+    FillRect(renderer, x, y, w, T, Palette::FrameLine);
+    FillRect(renderer, x, y + h - T, w, T, Palette::FrameLine);
+    FillRect(renderer, x, y, T, h, Palette::FrameLine);
+    FillRect(renderer, x + w - T, y, T, h, Palette::FrameLine);
+    FillRect(renderer, x, y, w, T, accent);
 }
 
 // A small disc, one row of pixels at a time.
 void DrawBullet(SDL_Renderer* renderer, float x, float middleY, PackedColor color) {
-    constexpr std::int32_t reach = 3;
-    constexpr float radiusSquared = 6.25F;
+    constexpr std::int32_t Reach = 3;
+    constexpr float RadiusSquared = 6.25F;
     static RectBatch rows;
-    for (std::int32_t i = -reach; i <= reach; ++i) {
+    for (std::int32_t i = -Reach; i <= Reach; ++i) {
         const auto d = static_cast<float>(i);
-        const float r = std::sqrt(std::max(0.0F, radiusSquared - d * d));
+        const float r = std::sqrt(std::max(0.0F, RadiusSquared - d * d));
         rows.Add(x - r, middleY + d, 2.0F * r + 1.0F, 1.0F);
     }
     rows.Flush(renderer, color);

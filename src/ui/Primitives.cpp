@@ -37,12 +37,12 @@ void DrawPanel(SDL_Renderer* renderer, float x, float y, float w, float h, Packe
     if (renderer == nullptr || !(w > 0.0F) || !(h > 0.0F)) {
         return;
     }
-    constexpr float t = PanelBarThickness;
+    constexpr float T = PanelBarThickness;
     FillRect(renderer, x, y, w, h, WithAlpha(Palette::PanelBody, bodyAlpha));
-    FillRect(renderer, x, y, w, t, accent);
-    FillRect(renderer, x, y + h - t, w, t, PanelBar);
-    FillRect(renderer, x, y, t, h, PanelBar);
-    FillRect(renderer, x + w - t, y, t, h, PanelBar);
+    FillRect(renderer, x, y, w, T, accent);
+    FillRect(renderer, x, y + h - T, w, T, PanelBar);
+    FillRect(renderer, x, y, T, h, PanelBar);
+    FillRect(renderer, x + w - T, y, T, h, PanelBar);
 }
 
 ClipRestorer::ClipRestorer(SDL_Renderer* renderer)

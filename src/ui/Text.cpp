@@ -92,9 +92,9 @@ InkRows InkRowsOf(std::string_view text) {
 } // namespace
 
 std::int32_t TextWidth(std::string_view text, std::int32_t scale) {
-    constexpr std::int64_t least = std::numeric_limits<std::int32_t>::min();
-    constexpr std::int64_t greatest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp(AdvanceOfText(text) * scale, least, greatest));
+    constexpr std::int64_t Least = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t Greatest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp(AdvanceOfText(text) * scale, Least, Greatest));
 }
 
 float ByteWidth(std::size_t bytes, std::int32_t scale) {

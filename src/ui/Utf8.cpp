@@ -76,7 +76,7 @@ std::string Utf8ToUpper(std::string_view text) {
     upper.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const auto [codePoint, length] = DecodeUtf8(text, at);
-        const auto* const row =
+        const auto row =
             std::find_if(UpperCase.begin(), UpperCase.end(),
                          [codePoint = codePoint](const CaseRow& r) { return r.From == codePoint; });
         if (codePoint >= U'a' && codePoint <= U'z') {

@@ -1,5 +1,6 @@
 // Whole frames of the real game, on SDL's dummy drivers and a clock that stands still between them.
 
+#include "app/FramePacing.h"
 #include "app/Game.h"
 #include "app/ScreenFlow.h"
 #include "app/WindowTitle.h"
@@ -11,7 +12,7 @@
 #include "support/TestHome.h"
 
 #include <SDL3/SDL_events.h>
-#include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_joystick.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -103,8 +104,6 @@ TEST_F(Frames, TheGameOpensOnItsMenuOutOfBlack) {
 }
 
 TEST_F(Frames, ThePictureComesUpInStepWithTheClock) {
-    G.App.QuitRequested = false;
-    FrameAfter(FadeMs);
     PlayOn(Testing::DrawnRun(OpenRoad));
     FrameAfter(0);
     const SDL_Color full = EdgePixel();
@@ -170,15 +169,25 @@ TEST_F(Frames, AChangeOfTheRunIsSavedSoonAfter) {
     EXPECT_FLOAT_EQ(G.App.SaveDelaySeconds, 0.8F - 0.033F - 0.033F) << "the deadline stays";
 }
 
+// The queue is played and emptied at the end of the frame, but what stood in it can still be seen.
 TEST_F(Frames, SoundsOfTheRunAreComparedWithTheLastFrame) {
-    RunState run = Testing::DrawnRun({"→─⇐"});
-    run.Packets = {Testing::PacketAt(1, 0, Direction::Right)};
-    PlayOn(run);
-    FrameAfter(125);
-    EXPECT_EQ(LiveRun().DeliveredPackets, 1);
-    EXPECT_EQ(G.App.PreviousSnapshot.DeliveredPackets, 1);
-    EXPECT_TRUE(G.App.PreviousSnapshotValid);
-    EXPECT_EQ(G.App.SoundQueueCount, 0U) << "played in the same frame";
+    for (const bool comparable : {true, false}) {
+        RunState run = Testing::DrawnRun({"→─⇐"});
+        run.Packets = {Testing::PacketAt(1, 0, Direction::Right)};
+        PlayOn(run);
+        G.App.PreviousSnapshotValid = comparable;
+        G.App.SoundQueue.fill(SoundEvent::UiBack);
+        FrameAfter(125);
+        EXPECT_EQ(LiveRun().DeliveredPackets, 1);
+        EXPECT_EQ(G.App.PreviousSnapshot.DeliveredPackets, 1);
+        EXPECT_TRUE(G.App.PreviousSnapshotValid);
+        EXPECT_EQ(G.App.SoundQueueCount, 0U);
+        EXPECT_EQ(G.App.SoundQueue[0],
+                  comparable ? SoundEvent::PacketDelivered : SoundEvent::UiBack);
+        EXPECT_EQ(G.App.SoundQueue[1], SoundEvent::UiBack);
+        FrameAfter(125);
+        EXPECT_EQ(G.App.SoundQueue[1], SoundEvent::UiBack) << "once";
+    }
 }
 
 TEST_F(Frames, AReachedTargetShowsLevelCompleteInTheSameFrame) {
@@ -214,9 +223,25 @@ TEST_F(Frames, AResumedRunWhoseTargetIsMetGoesStraightToLevelComplete) {
     RunState run = Testing::DrawnRun(OpenRoad);
     run.DeliveredPackets = run.LevelTargetPackets;
     PlayOn(run);
-    FrameAfter(0);
+    G.App.Screen = AppScreen::MainMenu;
+    G.App.HasSavedRun = true;
+    PushKey(SDL_SCANCODE_RETURN);
+    FrameAfter(1000);
     EXPECT_EQ(G.App.Screen, AppScreen::LevelComplete);
     EXPECT_EQ(LiveRun().Tick, 0U);
+    EXPECT_EQ(LiveRun().TotalScore, 0) << "the bonus comes with the next level";
+}
+
+TEST_F(Frames, GameOverWinsOverLevelComplete) {
+    RunState run = Testing::DrawnRun({"→─⇐─."});
+    run.Packets = {Testing::PacketAt(1, 0, Direction::Right),
+                   Testing::PacketAt(3, 0, Direction::Right)};
+    run.DeliveredPackets = 19;
+    run.LostPackets = 9;
+    PlayOn(run);
+    FrameAfter(125);
+    EXPECT_EQ(LiveRun().DeliveredPackets, 20);
+    EXPECT_EQ(G.App.Screen, AppScreen::GameOver);
 }
 
 TEST_F(Frames, ATilePlacedInAFrameIsInForceForItsTicks) {
@@ -294,27 +319,84 @@ TEST_F(Frames, TheWindowBearsTheGamesNameAndVersion) {
     EXPECT_EQ(WindowTitle(), "Wirefall v0.1.0");
 }
 
-TEST_F(Frames, WithoutVerticalSyncFramesAreEightMillisecondsApart) {
-    ResumeClock();
-    G.App.VSyncActive = false;
-    const std::uint64_t before = SDL_GetTicksNS();
-    for (int i = 0; i < 5; ++i) {
-        RunFrame(G);
-    }
-    // The clock of the game counts whole milliseconds, so each frame may seem one longer than it
-    // is.
-    EXPECT_GE(SDL_GetTicksNS() - before, 5 * 7 * SDL_NS_PER_MS);
+TEST(FramePacing, FramesAreEightMillisecondsApartWithoutVerticalSync) {
+    EXPECT_EQ(PaceDelayMs(false, 0), 8U);
+    EXPECT_EQ(PaceDelayMs(false, 1), 7U);
+    EXPECT_EQ(PaceDelayMs(false, 7), 1U);
+    EXPECT_EQ(PaceDelayMs(false, 8), 0U);
+    EXPECT_EQ(PaceDelayMs(false, 5000), 0U);
+}
+
+TEST(FramePacing, VerticalSyncIsTheOnlyWait) {
+    EXPECT_EQ(PaceDelayMs(true, 0), 0U);
+    EXPECT_EQ(PaceDelayMs(true, 5), 0U);
 }
 
 TEST_F(Frames, EveryScreenCanBeDrawnAtEveryCanvasWidth) {
     for (const std::int32_t width : {960, 1080, 1152, 1280, 1728, 2560}) {
         LogicalWidth = width;
+        for (const AppScreen screen : {AppScreen::MainMenu, AppScreen::Playing}) {
+            G.App.Screen = screen;
+            FrameAfter(FadeMs);
+            EXPECT_GT(EdgePixel().g, 0) << width;
+        }
         for (int screen = 0; screen < 8; ++screen) {
             G.App.Screen = static_cast<AppScreen>(screen);
             FrameAfter(10);
+            EXPECT_EQ(G.App.Screen, static_cast<AppScreen>(screen));
         }
     }
     LogicalWidth = 1280;
+}
+
+TEST_F(Frames, AChangeOnAnyScreenIsSaved) {
+    PlayOn(Testing::DrawnRun(OpenRoad));
+    G.App.Screen = AppScreen::Help;
+    ++LiveSimulation().Revision;
+    FrameAfter(10);
+    EXPECT_TRUE(G.App.SaveDirty);
+    EXPECT_TRUE(G.App.HasSavedRun);
+}
+
+TEST_F(Frames, OfTwoFadesTheDarkerShows) {
+    PlayOn(Testing::DrawnRun(OpenRoad));
+    FrameAfter(10);
+    const int full = EdgePixel().g;
+    G.App.FadeInActive = true;
+    G.App.FadeInStartTicks = Now;
+    FrameAfter(FadeMs / 4);
+    G.App.QuitRequested = true;
+    G.App.FadeOutStartTicks = Now;
+    FrameAfter(FadeMs / 4);
+    // Half way in and a quarter out.
+    EXPECT_NEAR(EdgePixel().g, full / 2, 1);
+    FrameAfter(FadeMs / 4);
+    // Three quarters in and half way out.
+    EXPECT_NEAR(EdgePixel().g, full / 2, 1);
+}
+
+TEST_F(Frames, FastForwardIsOnWhileItsKeyIsHeldInPlay) {
+    PlayOn(Testing::DrawnRun(OpenRoad));
+    G.App.JoystickBindings.at(ActionIndex(InputAction::FastForward)) = 2;
+    SDL_VirtualJoystickDesc desc;
+    SDL_INIT_INTERFACE(&desc);
+    desc.type = SDL_JOYSTICK_TYPE_FLIGHT_STICK;
+    desc.nbuttons = 4;
+    const SDL_JoystickID id = SDL_AttachVirtualJoystick(&desc);
+    ASSERT_NE(id, 0U);
+    FrameAfter(0);
+    ASSERT_NE(G.Controllers.Joystick, nullptr);
+    SDL_SetJoystickVirtualButton(G.Controllers.Joystick, 2, true);
+    SDL_UpdateJoysticks();
+    FrameAfter(125);
+    EXPECT_TRUE(LiveRun().FastForward);
+    EXPECT_EQ(LiveRun().Tick, 3U);
+    SDL_SetJoystickVirtualButton(G.Controllers.Joystick, 2, false);
+    SDL_UpdateJoysticks();
+    FrameAfter(125);
+    EXPECT_FALSE(LiveRun().FastForward);
+    EXPECT_EQ(LiveRun().Tick, 4U);
+    SDL_DetachVirtualJoystick(id);
 }
 
 } // namespace

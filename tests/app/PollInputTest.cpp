@@ -1,5 +1,5 @@
-// The whole way of a press: from a real device, through SDL's events, to what it does on the
-// screen.
+// The whole way of a press, from SDL's events of the keyboard and of virtual controllers to what it
+// does on the screen.
 
 #include "app/Game.h"
 #include "app/InputPump.h"

@@ -4,9 +4,11 @@
 #include "base/Clock.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -28,7 +30,7 @@ protected:
         App.LastSavedRevision = GetRevision();
     }
 
-    // Presses on `screen` and gives the sounds of it.
+    // Presses on the current screen, and gives the sounds that come of it.
     Sounds Press(PressCode code) {
         App.SoundQueueCount = 0;
         DispatchPress(App, nullptr, nullptr, code);
@@ -36,10 +38,16 @@ protected:
                 App.SoundQueue.begin() + static_cast<std::ptrdiff_t>(App.SoundQueueCount)};
     }
 
+    std::filesystem::path SavePath() const {
+        return Home.Folder() / "Velkor" / "Wirefall" / "SaveState.bin";
+    }
+
     void Bind(InputAction action, std::uint32_t scancode) {
         App.KeyboardBindings.at(ActionIndex(action)) = scancode;
     }
 
+    // Level complete saves.
+    Testing::TestHome Home;
     GameApp App;
 };
 
@@ -472,7 +480,10 @@ TEST_F(Screens, ALevelThatIsCompleteShowsIt) {
 
     LiveRun().DeliveredPackets = 20;
     App.LastSavedRevision = 0;
+    EXPECT_FALSE(std::filesystem::exists(SavePath()));
     CheckLevelCompleteTransition(App);
+    EXPECT_TRUE(std::filesystem::exists(SavePath())) << "saved before the screen changes";
+    EXPECT_FALSE(App.SaveDirty);
     EXPECT_EQ(App.Screen, AppScreen::LevelComplete);
     EXPECT_TRUE(App.HasSavedRun);
     EXPECT_TRUE(App.ResetFrameClock);

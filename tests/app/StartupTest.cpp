@@ -14,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -113,6 +115,60 @@ TEST_F(Startup, HasTheFactoryOptionsOnAFirstStart) {
     EXPECT_EQ(app.AudioEdit.MusicVolume, 50);
 }
 
+// --- What is kept from one start to the next -----------------------------------------------------
+
+class Restart : public Startup {
+protected:
+    std::filesystem::path Stored(const char* name) const {
+        return Home.Folder() / "Velkor" / "Wirefall" / name;
+    }
+
+    // Ends the game and starts it again, as another process would find it.
+    void StartAgain() {
+        ShutdownGame(G);
+        G = Game{};
+        LiveSimulation() = Simulation{};
+        ASSERT_TRUE(StartGame(G));
+    }
+};
+
+TEST_F(Restart, AFirstStartWritesItsOptionsBeforeTheFirstFrame) {
+    ASSERT_TRUE(StartGame(G));
+    EXPECT_TRUE(std::filesystem::exists(Stored("Config.ini")));
+    EXPECT_FALSE(std::filesystem::exists(Stored("SaveState.bin")));
+    RunFrame(G);
+    EXPECT_TRUE(std::filesystem::exists(Stored("SaveState.bin"))) << "a document without a run";
+    ShutdownGame(G);
+}
+
+TEST_F(Restart, ALaterStartKeepsTheOptionsAsTheyAre) {
+    ASSERT_TRUE(StartGame(G));
+    G.App.MusicVolume = 35;
+    G.App.OptionsDirty = true;
+    StartAgain();
+    EXPECT_EQ(G.App.MusicVolume, 35);
+    const auto written = std::filesystem::last_write_time(Stored("Config.ini"));
+    StartAgain();
+    EXPECT_EQ(std::filesystem::last_write_time(Stored("Config.ini")), written);
+    ShutdownGame(G);
+}
+
+TEST_F(Restart, QuittingWritesAPendingSaveAtOnce) {
+    ASSERT_TRUE(StartGame(G));
+    ResetRun();
+    LiveRun().TotalScore = 1234;
+    G.App.HasSavedRun = true;
+    G.App.SaveDirty = true;
+    G.App.SaveDelaySeconds = 0.8F;
+    StartAgain();
+    EXPECT_TRUE(G.App.HasSavedRun) << "the menu offers to continue";
+    EXPECT_EQ(LiveRun().TotalScore, 1234) << "and the start has not replaced the run";
+    EXPECT_EQ(G.App.Screen, AppScreen::MainMenu);
+    EXPECT_FALSE(G.App.SaveDirty);
+    EXPECT_EQ(G.App.LastSavedRevision, GetRevision());
+    ShutdownGame(G);
+}
+
 // --- Fatal failures -----------------------------------------------------------------------------
 
 bool Contains(const std::vector<std::string>& messages, const std::string& start) {
@@ -174,6 +230,7 @@ TEST(LogPriorities, TheVariableTurnsOnAllMessages) {
 }
 
 TEST(LogPriorities, OnlyWarningsGetThroughOtherwise) {
+    const ScopedVariable unset("WIREFALL_VERBOSE_LOG", std::nullopt);
     SetLogPriorities();
     EXPECT_EQ(SDL_GetLogPriority(SDL_LOG_CATEGORY_APPLICATION), SDL_LOG_PRIORITY_WARN);
     const CapturedLog log;

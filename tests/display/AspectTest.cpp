@@ -41,8 +41,7 @@ TEST(AspectTest, NearlyWidescreenPanelsCount) {
     EXPECT_TRUE(AspectMatches(1366, 768, 16, 9));
 }
 
-// 200 : 199 compared with 1 : 1 is 200 against 199 in units of k, so that k chooses the larger
-// product and the difference at will.
+// Compared with 1:1 the sizes are the products themselves.
 TEST(AspectTest, HalfAPercentIsTheLimit) {
     EXPECT_TRUE(AspectMatches(2000, 1990, 1, 1)); // 10 of 10
     EXPECT_FALSE(AspectMatches(2000, 1989, 1, 1));
@@ -72,6 +71,9 @@ TEST(AspectTest, ASizeBelowOneMatchesNothing) {
         EXPECT_FALSE(AspectMatches(1920, bad, 16, 9)) << bad;
         EXPECT_FALSE(AspectMatches(bad, bad, 1, 1)) << bad;
     }
+    // As near as 1 to 1, where a difference of one is allowed.
+    EXPECT_FALSE(AspectMatches(0, 1, 1, 1));
+    EXPECT_FALSE(AspectMatches(1, 0, 1, 1));
 }
 
 TEST(AspectTest, TheLargestSizesGetATrueAnswer) {

@@ -10,11 +10,11 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <ostream>
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace Wirefall {
@@ -124,7 +124,7 @@ TEST(DisplayModeListTest, ARateThatIsNoneIsUnknown) {
 TEST(DisplayModeListTest, TakesAHundredThousandModesInItsStride) {
     std::vector<SDL_DisplayMode> modes;
     constexpr int Count = 100000;
-    modes.reserve(2 * Count);
+    modes.reserve(std::size_t{2} * Count);
     for (int copy = 0; copy < 2; ++copy) {
         for (int i = 0; i < Count; ++i) {
             modes.push_back(SdlMode(1600 + i, 900, 60.0F));

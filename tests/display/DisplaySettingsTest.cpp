@@ -315,8 +315,11 @@ bool WaitUntil(Condition condition) {
         if (std::chrono::steady_clock::now() > end) {
             return false;
         }
-        SDL_WaitEventTimeout(nullptr, 10);
+        // Not SDL_WaitEvent: it wakes itself by a message that can outlive the window, which ends
+        // an X client.
+        SDL_PumpEvents();
         SDL_FlushEvents(SDL_EVENT_FIRST, SDL_EVENT_LAST);
+        SDL_Delay(1);
     }
     return true;
 }

@@ -16,7 +16,8 @@ namespace Wirefall {
 class Video {
 public:
     explicit Video(const char* driver) {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, driver);
+        // Whatever driver the environment asks for.
+        SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, driver, SDL_HINT_OVERRIDE);
         // No graphics driver takes part: it would differ from machine to machine.
         SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
         Started = SDL_Init(SDL_INIT_VIDEO);
@@ -39,6 +40,7 @@ private:
 class LogCapture {
 public:
     LogCapture() {
+        SDL_SetLogPriority(SDL_LOG_CATEGORY_APPLICATION, SDL_LOG_PRIORITY_INFO);
         SDL_GetLogOutputFunction(&FormerFunction, &FormerData);
         SDL_SetLogOutputFunction(&LogCapture::Collect, this);
     }

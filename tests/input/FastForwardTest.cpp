@@ -1,6 +1,7 @@
 #include "input/InputFixture.h"
 #include "support/XServer.h"
 
+#include <array>
 #include <chrono>
 #include <limits>
 #include <memory>
@@ -162,17 +163,22 @@ TEST_F(FastForwardTest, IsSampledAfterAQuitEventAsWell) {
 
 // The keyboard's state is the window system's, so its keys are pressed on a real one.
 class KeyboardFastForwardTest : public testing::Test {
-protected:
-    KeyboardFastForwardTest() {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "x11");
-        App.Screen = AppScreen::Playing;
-    }
+public:
+    KeyboardFastForwardTest(const KeyboardFastForwardTest&) = delete;
+    KeyboardFastForwardTest(KeyboardFastForwardTest&&) = delete;
+    KeyboardFastForwardTest& operator=(const KeyboardFastForwardTest&) = delete;
+    KeyboardFastForwardTest& operator=(KeyboardFastForwardTest&&) = delete;
     ~KeyboardFastForwardTest() override {
         SDL_DestroyWindow(Window);
         SDL_Quit();
         SDL_ResetHints();
     }
 
+protected:
+    KeyboardFastForwardTest() {
+        SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "x11", SDL_HINT_OVERRIDE);
+        App.Screen = AppScreen::Playing;
+    }
     void SetUp() override {
         ASSERT_TRUE(SDL_Init(SDL_INIT_VIDEO)) << SDL_GetError();
         // As large as the display, so that the pointer is over it and the keys are its own.
@@ -183,8 +189,8 @@ protected:
 
     /// Presses or releases a key by its X name, waits until the game has seen it, and samples.
     bool SampleAfter(const char* action, const char* key, SDL_EventType seen) {
-        const char* const arguments[] = {"xdotool", action, key, nullptr};
-        SDL_Process* const process = SDL_CreateProcess(arguments, false);
+        const std::array<const char*, 4> arguments = {"xdotool", action, key, nullptr};
+        SDL_Process* const process = SDL_CreateProcess(arguments.data(), false);
         EXPECT_NE(process, nullptr) << "xdotool must be installed: " << SDL_GetError();
         if (process == nullptr) {
             return false;
@@ -204,12 +210,13 @@ protected:
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         SDL_Event event;
         while (std::chrono::steady_clock::now() < end) {
-            if (SDL_WaitEventTimeout(&event, 100)) {
+            while (SDL_PollEvent(&event)) {
                 PressFromEvent(App, Controllers, event);
                 if (event.type == type) {
                     return true;
                 }
             }
+            SDL_Delay(1);
         }
         return false;
     }

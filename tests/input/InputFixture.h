@@ -97,17 +97,23 @@ public:
 
 /// Brings SDL up as the game does, without a display, and without controllers.
 class InputTest : public testing::Test {
-protected:
-    InputTest() {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
-        EXPECT_TRUE(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD))
-            << SDL_GetError();
-        EXPECT_FALSE(SDL_HasJoystick()) << "A real controller would take part in the tests.";
-    }
+public:
+    InputTest(const InputTest&) = delete;
+    InputTest(InputTest&&) = delete;
+    InputTest& operator=(const InputTest&) = delete;
+    InputTest& operator=(InputTest&&) = delete;
     ~InputTest() override {
         CloseControllers(Controllers);
         SDL_Quit();
         SDL_ResetHints();
+    }
+
+protected:
+    InputTest() {
+        SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
+        EXPECT_TRUE(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD))
+            << SDL_GetError();
+        EXPECT_FALSE(SDL_HasJoystick()) << "A real controller would take part in the tests.";
     }
 
     /// What one frame hands to the screens.
@@ -124,13 +130,16 @@ protected:
         return Pump();
     }
 
+    /// Waits for a press of the device for its row; the rows of the others are elsewhere.
     void Capture(CaptureDevice device, std::int32_t row) {
         App.Screen = AppScreen::Options;
-        App.Capture.CaptureActive = true;
-        App.Capture.CaptureDevice = device;
-        App.Capture.CaptureKeyboardRow = row;
-        App.Capture.CaptureGamepadRow = row;
-        App.Capture.CaptureJoystickRow = row;
+        App.Capture = {
+            .CaptureActive = true,
+            .CaptureDevice = device,
+            .CaptureKeyboardRow = device == CaptureDevice::Keyboard ? row : 7,
+            .CaptureGamepadRow = device == CaptureDevice::Gamepad ? row : 7,
+            .CaptureJoystickRow = device == CaptureDevice::Joystick ? row : 7,
+        };
     }
 
     GameApp App;

@@ -71,6 +71,8 @@ begin_with_sdl() {
 }
 
 end() {
+  [ -z "$player" ] || kill -s KILL -- "-$player" 2>/dev/null
+  player=
   if [ "$failures" = "$failures_before" ]; then
     echo "ok   $name"
   else
@@ -101,19 +103,21 @@ enter_stage() {
     HOME="$home" TMPDIR="$scene/tmp" $variables "$@"
 }
 
-# play SCRIPT ARGUMENT...: run it to its end.
+# play SCRIPT ARGUMENT...: run it to its end, which must not be long in coming.
 play() {
   script=$1
   shift
-  (enter_stage "$shell" "$tree/$script" "$@") >"$scene/stdout" 2>"$scene/stderr" </dev/null
+  (enter_stage timeout -k 1 60 "$shell" "$tree/$script" "$@") >"$scene/stdout" 2>"$scene/stderr" </dev/null
   status=$?
 }
 
-# play_behind SCRIPT ARGUMENT...: run it in a process group of its own, $player.
+# play_behind SCRIPT ARGUMENT...: run it in a process group of its own, $player, of which nothing is
+# left when the test ends.
+player=
 play_behind() {
   script=$1
   shift
-  enter_stage "$setsid" "$shell" "$tree/$script" "$@" \
+  enter_stage "$setsid" timeout --foreground -k 1 60 "$shell" "$tree/$script" "$@" \
     >"$scene/stdout" 2>"$scene/stderr" </dev/null &
   player=$!
 }

@@ -1,6 +1,5 @@
 // Counts heap allocations: a tick makes none once its lists have grown to what a level needs.
 
-#include "sim/LevelGeneration.h"
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
 #include "sim/RunCommands.h"
@@ -8,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -37,13 +37,6 @@ void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); 
 namespace Wirefall {
 namespace {
 
-void PlayLevel(int frames) {
-    for (int frame = 0; frame < frames; ++frame) {
-        ApplyRunCommand(frame % 3 == 0 ? 44 : 79);
-        AdvanceSimulation(125);
-    }
-}
-
 TEST(Allocation, TheCounterCounts) {
     const std::size_t before = Allocations;
     const auto list = std::make_unique<std::vector<int>>(100);
@@ -51,29 +44,59 @@ TEST(Allocation, TheCounterCounts) {
 }
 
 TEST(Allocation, AWarmTickAllocatesNothing) {
-    RunState run;
-    run.Level = 8;
-    run.SpawnIntervalTicks = 1;
+    // A road with packets on it, a dead end beside it where they collide, and a virus that is
+    // driven back by every tile that is placed anew.
+    RunState run = Testing::DrawnRun({
+        "→────────┐",
+        "┌────────┘",
+        "└────────⇐",
+        "──────────",
+    });
+    run.SpawnIntervalTicks = 2;
+    run.NextSpawnTick = 1;
     run.VirusSpreadIntervalTicks = 1;
-    run.PacketGraceTicks = 0;
-    run.VirusGraceTicks = 0;
     run.FailureThreshold = 1000000;
     run.LevelTargetPackets = 1000000;
-    SeedEngine(run.RandomEngine, 5);
-    GenerateLevel(run);
-    // A lattice, on which many packets stay in flight.
-    for (Tile& tile : run.Tiles) {
-        if (!tile.OccupiedBySource && !tile.OccupiedBySink) {
-            tile = MakeTile(TileType::TJunction, 0);
-        }
-    }
+    run.CursorX = 0;
+    run.CursorY = 9;
     Testing::InstallLiveRun(run);
-    PlayLevel(500);
+    RunState& live = LiveRun();
+
+    std::size_t mostPackets = 0;
+    std::int32_t collisions = 0;
+    int spreads = 0;
+    const auto play = [&](int ticks) {
+        for (int tick = 0; tick < ticks; ++tick) {
+            if (tick % 50 == 0) {
+                for (std::int32_t x = 0; x < BoardSide; ++x) {
+                    TileAt(live, x, 3).VirusInfected = x == 0;
+                }
+                // Two on one cell.
+                live.Packets.push_back(Testing::PacketAt(5, 3, Direction::Right));
+                live.Packets.push_back(Testing::PacketAt(7, 3, Direction::Left));
+            }
+            ApplyRunCommand(44);
+            const std::int32_t lost = live.LostPackets;
+            AdvanceSimulation(125);
+            mostPackets = std::max(mostPackets, live.Packets.size());
+            collisions += live.LostPackets - lost;
+            spreads += TileAt(live, 1, 3).VirusInfected ? 1 : 0;
+        }
+    };
+    play(500);
+    mostPackets = 0;
+    collisions = 0;
+    spreads = 0;
     const std::size_t before = Allocations;
-    PlayLevel(2000);
+    play(2000);
     BuildRunSnapshot();
-    EXPECT_EQ(Allocations, before);
-    EXPECT_GT(LiveRun().Tick, 2000U);
+    const std::size_t after = Allocations;
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(live.Tick, 2500U);
+    EXPECT_GE(mostPackets, 10U) << "the road is busy";
+    EXPECT_GE(collisions, 40) << "packets collide";
+    EXPECT_GT(spreads, 1900) << "the virus spreads";
+    EXPECT_GT(live.DeliveredPackets, 1000);
 }
 
 } // namespace

@@ -45,12 +45,15 @@ TEST_P(DamagedRun, PlaysOnWithAnyValueInAnyCounter) {
         RunState& run = LiveRun();
         run.PacketGraceRemaining = 0;
         run.VirusGraceRemaining = 0;
-        // The last round damages all of them at once.
+        // The last round damages all of them at once, but for the target, without which there is
+        // no tick.
         for (std::size_t k = 0; k < counters.size(); ++k) {
-            if (k == i || i == counters.size()) {
+            if (k == i || (i == counters.size() && counters[k] != &RunState::LevelTargetPackets &&
+                           counters[k] != &RunState::DeliveredPackets)) {
                 run.*counters[k] = GetParam();
             }
         }
+        const bool canTick = run.DeliveredPackets < run.LevelTargetPackets;
         for (int frame = 0; frame < 200; ++frame) {
             for (std::uint32_t code = 0; code < 100; code += 4) {
                 ApplyRunCommand(code);
@@ -58,10 +61,38 @@ TEST_P(DamagedRun, PlaysOnWithAnyValueInAnyCounter) {
             AdvanceSimulation(250);
             BuildRunSnapshot();
         }
+        EXPECT_EQ(run.Tick > 0, canTick);
         run.GameOver = false;
         run.DeliveredPackets = run.LevelTargetPackets;
         AdvanceLevel();
         EXPECT_EQ(run.Tiles.size(), 100U);
+    }
+}
+
+// Counters that each event takes across the end of their range. They start out so that their sum is
+// small and the run goes on.
+TEST(DamagedRun, CountsWrapAround) {
+    struct Case {
+        std::int32_t RunState::*Counter;
+        std::int32_t RunState::*Balance;
+        const char* Road;
+        bool Corrupted;
+    };
+    for (const Case& c : {
+             Case{&RunState::LostPackets, &RunState::CorruptedPackets, "─.", false},
+             Case{&RunState::CorruptedPackets, &RunState::LostPackets, "───", true},
+             Case{&RunState::DeliveredPackets, &RunState::Level, "─⇐", false},
+         }) {
+        RunState run = Testing::DrawnRun({c.Road});
+        run.*c.Counter = Max;
+        run.*c.Balance = Min;
+        run.TotalScore = c.Counter == &RunState::DeliveredPackets ? Max : Min;
+        TileAt(run, 1, 0).VirusInfected = c.Corrupted;
+        run.Packets = {Testing::PacketAt(0, 0, Direction::Right)};
+        TickScratch scratch;
+        RunTick(run, scratch);
+        EXPECT_EQ(run.*c.Counter, Min);
+        EXPECT_EQ(run.TotalScore > 0, c.Counter != &RunState::DeliveredPackets);
     }
 }
 

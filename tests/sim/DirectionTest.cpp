@@ -49,10 +49,5 @@ TEST(Direction, AValueThatIsNoDirectionGoesNowhere) {
     }
 }
 
-TEST(Direction, NeighboursAreWalkedClockwiseFromUp) {
-    EXPECT_EQ(ScanOrder, (std::array<Direction, 4>{Direction::Up, Direction::Right, Direction::Down,
-                                                   Direction::Left}));
-}
-
 } // namespace
 } // namespace Wirefall

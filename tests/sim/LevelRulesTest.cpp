@@ -208,14 +208,14 @@ TEST_F(Rules, LevelsGetHarderByTheRamp) {
     }
 }
 
-// In double precision 20 * 0.95 falls just short of 19 only for some roundings; single precision
-// gives it exactly.
+// The last case tells single precision from double, which would come to 24 more.
 TEST_F(Rules, TheRampIsReckonedInSinglePrecision) {
     struct Case {
         std::int32_t Before;
         std::int32_t After;
     };
-    for (const Case& c : {Case{20, 19}, Case{40, 38}, Case{60, 57}, Case{100, 95}}) {
+    for (const Case& c : {Case{20, 19}, Case{40, 38}, Case{60, 57}, Case{100, 95},
+                          Case{std::numeric_limits<std::int32_t>::max(), 2040109440}}) {
         RunState run = DrawnRun({"→─⇐"});
         run.SpawnIntervalTicks = c.Before;
         run.DeliveredPackets = run.LevelTargetPackets;

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
-#include <sstream>
-#include <vector>
 
 namespace Wirefall {
 namespace {

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <limits>
+#include <vector>
 
 namespace Wirefall {
 namespace {
@@ -148,10 +151,15 @@ TEST_F(Time, AHugeAccumulatorIsDrainedInPortions) {
     AdvanceSimulation(0);
     EXPECT_EQ(LiveRun().Tick, 2500U);
     EXPECT_EQ(Accumulator(), 3U);
-    Accumulator() = std::numeric_limits<std::uint64_t>::max() - 250;
+}
+
+TEST_F(Time, AnAccumulatorAtTheEndOfItsRangeStaysThere) {
     LiveRun().GameOver = true;
-    AdvanceSimulation(250);
-    EXPECT_EQ(Accumulator(), std::numeric_limits<std::uint64_t>::max() - 125000);
+    for (const std::uint64_t missing : {0U, 100U, 250U}) {
+        Accumulator() = std::numeric_limits<std::uint64_t>::max() - missing;
+        AdvanceSimulation(250);
+        EXPECT_EQ(Accumulator(), std::numeric_limits<std::uint64_t>::max() - 125000);
+    }
 }
 
 // --- Graces and spawning ------------------------------------------------------------------------
@@ -371,8 +379,7 @@ TEST(Routing, APacketLeavesByTheFirstExitThatLeadsOn) {
     }
 }
 
-TEST(Routing, APacketIsLostWhenATileChangedBehindIt) {
-    // Entered from the left, which the tile on the left no longer connects to when it looks back.
+TEST(Moving, APacketThatWasSentBackIsLostWhereTheWayBackIsGone) {
     RunState run = WithPackets(DrawnRun({"b─│"}), {PacketAt(0, 0, Direction::Right)});
     TileAt(run, 0, 0).Connections = DirectionBit(Direction::Right);
     TileAt(run, 1, 0).Connections = DirectionBit(Direction::Left);

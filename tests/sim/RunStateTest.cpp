@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace Wirefall {
 namespace {
 
@@ -40,6 +42,25 @@ TEST(Board, AnExitNeedsANeighbourThatConnectsBack) {
     const RunState corner = DrawnRun({"┘"});
     EXPECT_FALSE(CanExit(corner, TileAt(corner, 0, 0), 0, 0, Direction::Up)) << "off the board";
     EXPECT_FALSE(CanExit(corner, TileAt(corner, 0, 0), 0, 0, static_cast<Direction>(4)));
+}
+
+TEST(Board, ConnectedNeighboursAreVisitedClockwiseFromTheTop) {
+    RunState run = DrawnRun({
+        "┼│┼",
+        "─┼─",
+        "┼│┼",
+    });
+    std::vector<const Tile*> visited;
+    const auto visit = [&visited](Tile& neighbour) { visited.push_back(&neighbour); };
+    VisitConnected(run, 1, 1, visit);
+    EXPECT_EQ(visited, (std::vector<const Tile*>{&TileAt(run, 1, 0), &TileAt(run, 2, 1),
+                                                 &TileAt(run, 1, 2), &TileAt(run, 0, 1)}));
+    visited.clear();
+    VisitConnected(run, 0, 0, visit);
+    EXPECT_TRUE(visited.empty()) << "two sides off the board, two that do not connect back";
+    TileAt(run, 1, 1).Connections = DirectionBit(Direction::Left);
+    VisitConnected(run, 1, 1, visit);
+    EXPECT_EQ(visited, (std::vector<const Tile*>{&TileAt(run, 0, 1)}));
 }
 
 TEST(Endpoints, AreFoundByPositionFirstOfTheListFirst) {

@@ -90,6 +90,11 @@ RunState DrawnRun(const std::vector<std::string_view>& rows) {
     run.VirusGraceRemaining = 0;
     run.NextSpawnTick = std::numeric_limits<std::uint64_t>::max();
     SeedEngine(run.RandomEngine, run.Seed);
+    LayTiles(run, rows);
+    return run;
+}
+
+void LayTiles(RunState& run, const std::vector<std::string_view>& rows) {
     std::int32_t y = 0;
     for (std::string_view row : rows) {
         std::int32_t x = 0;
@@ -101,7 +106,6 @@ RunState DrawnRun(const std::vector<std::string_view>& rows) {
         }
         ++y;
     }
-    return run;
 }
 
 Packet PacketAt(std::int32_t x, std::int32_t y, Direction dir) {

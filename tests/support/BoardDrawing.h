@@ -4,10 +4,15 @@
 
 #include "sim/RunState.h"
 
+#include <array>
 #include <string_view>
 #include <vector>
 
 namespace Wirefall::Testing {
+
+/// Clockwise from the top.
+inline constexpr std::array<Direction, 4> AllDirections = {Direction::Up, Direction::Right,
+                                                           Direction::Down, Direction::Left};
 
 /// A run on the drawn board: one character a cell, cells and rows that are not drawn are empty, and
 /// counters as in a new run but with both graces over and no spawn due.
@@ -22,6 +27,10 @@ namespace Wirefall::Testing {
 ///     ↑ → ↓ ←        a source with that Dir
 ///     ⇑ ⇒ ⇓ ⇐        a sink with that Dir
 RunState DrawnRun(const std::vector<std::string_view>& rows);
+
+/// Lays the drawn tiles on a run whose board stands already; cells that are not drawn stay, and so
+/// does everything else of the run.
+void LayTiles(RunState& run, const std::vector<std::string_view>& rows);
 
 /// A clean packet.
 Packet PacketAt(std::int32_t x, std::int32_t y, Direction dir);

@@ -16,11 +16,13 @@ TestHome::TestHome() {
     }
     Path = pattern;
     // As variables, not as hints: SDL forgets its hints when it quits.
-    for (const auto& [name, value] : std::initializer_list<std::pair<const char*, std::string>>{
+    for (const auto& [name, value] :
+         std::initializer_list<std::pair<const char*, std::optional<std::string>>>{
              {"XDG_DATA_HOME", Path.string()},
              {"SDL_VIDEO_DRIVER", "dummy"},
              {"SDL_AUDIO_DRIVER", "dummy"},
              {"SDL_RENDER_DRIVER", "software"},
+             {"WIREFALL_VERBOSE_LOG", std::nullopt},
          }) {
         Variables.push_back(std::make_unique<ScopedVariable>(name, value));
     }
@@ -31,23 +33,29 @@ TestHome::~TestHome() {
     std::filesystem::remove_all(Path, ignored);
 }
 
-ScopedVariable::ScopedVariable(const char* name, const std::string& value) : Name(name) {
+namespace {
+
+// SDL keeps a copy of the environment of its own.
+void SetVariable(const char* name, const std::optional<std::string>& value) {
+    if (value) {
+        setenv(name, value->c_str(), 1);
+        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), name, value->c_str(), true);
+    } else {
+        unsetenv(name);
+        SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), name);
+    }
+}
+
+} // namespace
+
+ScopedVariable::ScopedVariable(const char* name, const std::optional<std::string>& value)
+    : Name(name) {
     if (const char* const before = std::getenv(name)) {
         Before = before;
     }
-    // SDL keeps a copy of the environment of its own.
-    setenv(name, value.c_str(), 1);
-    SDL_SetEnvironmentVariable(SDL_GetEnvironment(), name, value.c_str(), true);
+    SetVariable(name, value);
 }
 
-ScopedVariable::~ScopedVariable() {
-    if (Before) {
-        setenv(Name.c_str(), Before->c_str(), 1);
-        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), Name.c_str(), Before->c_str(), true);
-    } else {
-        unsetenv(Name.c_str());
-        SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), Name.c_str());
-    }
-}
+ScopedVariable::~ScopedVariable() { SetVariable(Name.c_str(), Before); }
 
 } // namespace Wirefall::Testing

@@ -14,7 +14,8 @@ namespace Wirefall::Testing {
 /// Sets an environment variable for the process and for SDL, and puts back what it was at the end.
 class ScopedVariable {
 public:
-    ScopedVariable(const char* name, const std::string& value);
+    /// Without a value the variable is not set.
+    ScopedVariable(const char* name, const std::optional<std::string>& value);
     ~ScopedVariable();
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <spawn.h>
 #include <stdexcept>
@@ -32,25 +32,26 @@ std::vector<std::string> ServerArguments(const std::vector<ScreenSize>& screens)
 }
 
 /// Writes a configuration without panels and says where it lies.
-std::string ManagerConfiguration() {
-    const std::filesystem::path path =
+std::filesystem::path WriteConfiguration() {
+    std::filesystem::path path =
         std::filesystem::path(testing::TempDir()) / ("wirefall-jwmrc-" + std::to_string(getpid()));
     std::ofstream(path) << "<?xml version=\"1.0\"?>\n"
                            "<JWM>\n"
                            "  <StartupCommand>echo ready</StartupCommand>\n"
                            "  <Desktops width=\"1\" height=\"1\"/>\n"
                            "</JWM>\n";
-    return path.string();
+    return path;
 }
 
 } // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
-    int ends[2] = {-1, -1};
-    if (pipe2(ends, O_CLOEXEC) != 0) {
+    std::array<int, 2> ends = {-1, -1};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw std::runtime_error(std::string("No pipe: ") + std::strerror(errno));
     }
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -94,6 +95,9 @@ XServer::XServer(const std::vector<ScreenSize>& screens) : Server(ServerArgument
     setenv("DISPLAY", (":" + Server.FirstLine()).c_str(), 1);
 }
 
-WindowManager::WindowManager() : Manager({"jwm", "-f", ManagerConfiguration()}) {}
+WindowManager::WindowManager()
+    : Configuration(WriteConfiguration()), Manager({"jwm", "-f", Configuration.string()}) {}
+
+WindowManager::~WindowManager() { std::filesystem::remove(Configuration); }
 
 } // namespace Wirefall

@@ -5,6 +5,7 @@
 // programs are missing: the constructors throw and say what to install.
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -51,8 +52,14 @@ private:
 class WindowManager {
 public:
     WindowManager();
+    WindowManager(const WindowManager&) = delete;
+    WindowManager(WindowManager&&) = delete;
+    WindowManager& operator=(const WindowManager&) = delete;
+    WindowManager& operator=(WindowManager&&) = delete;
+    ~WindowManager();
 
 private:
+    std::filesystem::path Configuration;
     ChildProcess Manager;
 };
 

@@ -1,0 +1,66 @@
+#pragma once
+
+// One section of a document: its name, the comment behind its header, and its entries in the order
+// of the file. The entries may also be edited directly in Keys. Lookups compare names byte for byte
+// and walk the entries from the first, so that they are right whatever was edited; code that wants
+// every entry of a big section walks Keys itself rather than asking name by name.
+
+#include "velini/IniKey.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velINI {
+
+/// Where AddComment and AddEmptyLine put the new entry: in front of all others, behind them, or
+/// just before or behind the anchor. A number above After counts as End.
+enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After = 3 };
+
+struct IniSection {
+    std::string Name;
+
+    /// The comment behind the header, if there is one.
+    std::optional<std::string> Comment;
+
+    std::vector<IniKey> Keys;
+
+    /// How many generated names of either sort were handed out. They only grow.
+    std::uint32_t CommentCount = 0;
+    std::uint32_t EmptyLineCount = 0;
+
+    /// The first entry of that name, of whatever kind; Keys.end() when there is none.
+    std::vector<IniKey>::iterator FindKey(std::string_view name);
+    std::vector<IniKey>::const_iterator FindKey(std::string_view name) const;
+
+    /// Gives the entry of that name this value and quoting; its kind, place and comment stay. When
+    /// there is none, appends a Value entry without a comment.
+    void SetKeyValue(std::string_view keyName, std::string_view value, bool quoted);
+
+    /// Sets the comment behind the header; an empty text removes it.
+    void SetSectionComment(std::string_view text);
+
+    /// Adds a Comment entry. The name should be a generated one; CommentCount is the caller's to
+    /// count up. Nothing happens when an entry of that name exists.
+    ///
+    /// For Before and After, raises std::runtime_error, "\"anchor\" could not be found!", when no
+    /// entry has the anchor's name, and std::bad_optional_access when there is no anchor. The other
+    /// positions do not look at it.
+    void AddComment(std::string_view keyName, std::string_view text, InsertPosition position,
+                    const std::optional<std::string>& anchor, bool verbatim);
+
+    /// Adds an EmptyLine entry by the rules of AddComment, with EmptyLineCount as the count.
+    void AddEmptyLine(std::string_view keyName, InsertPosition position,
+                      const std::optional<std::string>& anchor);
+
+    /// Stores an element of the array of that name, which is appended when there is no entry of
+    /// that name: IniKey::SetElement, with `index` when explicitIndex is set and with an automatic
+    /// one otherwise. An entry of another kind keeps its kind.
+    void SetArrayElement(std::string_view keyName, std::string_view value, bool quoted,
+                         bool hasComment, std::string_view comment, std::string_view index,
+                         bool explicitIndex);
+};
+
+} // namespace velINI

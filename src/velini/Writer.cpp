@@ -1,0 +1,237 @@
+#include "velini/VelINIStream.h"
+#include "velini/internal/AppendText.h"
+#include "velini/internal/FileAccess.h"
+#include "velini/internal/Names.h"
+#include "velini/internal/WideText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iostream>
+
+namespace velINI {
+namespace {
+
+using namespace std::string_view_literals;
+
+/// By TextEncoding.
+constexpr std::array<std::string_view, 6> ByteOrderMarks = {
+    ""sv, "\xEF\xBB\xBF"sv, "\xFF\xFE"sv, "\xFE\xFF"sv, "\xFF\xFE\0\0"sv, "\0\0\xFE\xFF"sv,
+};
+
+/// The second name is one that older files use.
+constexpr std::array<std::string_view, 2> HeaderlessSections = {Internal::GlobalSection,
+                                                                "vi_global"};
+
+void WriteBytes(std::string_view bytes, std::FILE* file) {
+    // Failed writes go undetected, by the library's contract.
+    static_cast<void>(std::fwrite(bytes.data(), 1, bytes.size(), file));
+}
+
+template <class Unit>
+void WriteUnits(std::basic_string_view<Unit> units, std::FILE* file, bool bigEndian) {
+    std::string bytes;
+    bytes.reserve(units.size() * sizeof(Unit));
+    for (const Unit unit : units) {
+        for (std::size_t byte = 0; byte < sizeof(Unit); ++byte) {
+            const std::size_t place = bigEndian ? sizeof(Unit) - 1 - byte : byte;
+            bytes += static_cast<char>(unit >> (8 * place) & 0xFF);
+        }
+    }
+    WriteBytes(bytes, file);
+}
+
+/// Reduces each escaped quote and backslash from `begin` on to the character itself.
+void UnescapeFrom(std::string& text, std::size_t begin) {
+    std::size_t out = begin;
+    for (std::size_t in = begin; in < text.size(); ++in, ++out) {
+        if (text[in] == '\\' && (text[in + 1] == '"' || text[in + 1] == '\\')) {
+            ++in;
+        }
+        text[out] = text[in];
+    }
+    text.resize(out);
+}
+
+/// Writes one document to one file. The line end of an entry is written by what comes behind it.
+class DocumentWriter {
+public:
+    DocumentWriter(const velINIStream& document, std::FILE* file, bool spacing,
+                   TextEncoding encoding)
+        : document_(document),
+          file_(file),
+          space_(spacing ? " " : ""),
+          lastLineEnd_(spacing ? std::string_view(document.NewLine) : std::string_view()),
+          encoding_(encoding) {}
+
+    void Write() {
+        const auto mark = static_cast<std::size_t>(encoding_);
+        if (mark < ByteOrderMarks.size()) {
+            WriteBytes(ByteOrderMarks[mark], file_);
+        }
+        for (const IniSection& section : document_.Sections) {
+            WriteSection(section);
+        }
+    }
+
+private:
+    void WriteSection(const IniSection& section) {
+        std::string_view prefix = document_.NewLine;
+        if (HasHeader(section)) {
+            WriteHeader(section);
+        } else {
+            prefix = {};
+        }
+        for (const IniKey& key : section.Keys) {
+            const std::string_view lineEnd =
+                &key == &section.Keys.back() ? lastLineEnd_ : std::string_view();
+            WriteKey(key, prefix, lineEnd);
+            prefix = document_.NewLine;
+        }
+    }
+
+    static bool HasHeader(const IniSection& section) {
+        return std::find(HeaderlessSections.begin(), HeaderlessSections.end(), section.Name) ==
+               HeaderlessSections.end();
+    }
+
+    void WriteHeader(const IniSection& section) {
+        if (&section != &document_.Sections.front() && textWritten_) {
+            text_ += document_.NewLine;
+        }
+        text_ += '[';
+        Internal::AppendEscaped(text_, section.Name);
+        text_ += ']';
+        AppendComment(section.Comment);
+        if (section.Keys.empty()) {
+            text_ += lastLineEnd_;
+        }
+        Flush();
+    }
+
+    void WriteKey(const IniKey& key, std::string_view prefix, std::string_view lineEnd) {
+        switch (key.Kind) {
+        case KeyKind::EmptyLine:
+            text_ += prefix;
+            AppendComment(key.Comment);
+            Flush();
+            break;
+        case KeyKind::Comment:
+            text_ += prefix;
+            AppendCommentText(key);
+            AppendComment(key.Comment);
+            text_ += lineEnd;
+            Flush();
+            break;
+        case KeyKind::Value:
+            text_ += prefix;
+            Internal::AppendEscaped(text_, key.Name);
+            AppendValue(key);
+            AppendComment(key.Comment);
+            text_ += lineEnd;
+            Flush();
+            break;
+        case KeyKind::Array:
+            for (const IniKey& element : key.Elements) {
+                text_ += prefix;
+                AppendElement(key, element);
+                if (&element == &key.Elements.back()) {
+                    text_ += lineEnd;
+                }
+                Flush();
+            }
+            break;
+        }
+    }
+
+    void AppendElement(const IniKey& array, const IniKey& element) {
+        Internal::AppendEscaped(text_, array.Name);
+        text_ += '[';
+        if (array.ExplicitIndex) {
+            Internal::AppendEscaped(text_, element.Name);
+        }
+        text_ += ']';
+        AppendValue(element);
+        AppendComment(element.Comment);
+    }
+
+    void AppendValue(const IniKey& key) {
+        text_ += space_;
+        text_ += document_.AssignCharacter;
+        text_ += space_;
+        if (key.Quoted) {
+            text_ += document_.QuoteCharacter;
+        }
+        Internal::AppendEscaped(text_, key.Value);
+        if (key.Quoted) {
+            text_ += document_.QuoteCharacter;
+        }
+    }
+
+    void AppendCommentText(const IniKey& key) {
+        text_ += document_.CommentCharacter;
+        text_ += ' ';
+        const std::size_t begin = text_.size();
+        Internal::AppendEscaped(text_, key.Value);
+        if (key.Verbatim) {
+            UnescapeFrom(text_, begin);
+        }
+    }
+
+    void AppendComment(const std::optional<std::string>& comment) {
+        if (comment) {
+            text_ += space_;
+            text_ += document_.CommentCharacter;
+            text_ += ' ';
+            Internal::AppendEscaped(text_, *comment);
+        }
+    }
+
+    void Flush() {
+        WriteEncoded(text_, file_, encoding_);
+        textWritten_ = textWritten_ || !text_.empty();
+        text_.clear();
+    }
+
+    const velINIStream& document_;
+    std::FILE* file_;
+    std::string_view space_;       // around what `spacing` sets apart
+    std::string_view lastLineEnd_; // behind the last entry of a section
+    TextEncoding encoding_;
+
+    std::string text_; // of the header or the entry at hand
+    bool textWritten_ = false;
+};
+
+} // namespace
+
+void WriteEncoded(std::string_view text, std::FILE* file, TextEncoding encoding) {
+    switch (encoding) {
+    case TextEncoding::None:
+    case TextEncoding::Utf8:
+        WriteBytes(text, file);
+        break;
+    case TextEncoding::Utf16LittleEndian:
+    case TextEncoding::Utf16BigEndian:
+        WriteUnits<char16_t>(Internal::Utf16FromUtf8(text), file,
+                             encoding == TextEncoding::Utf16BigEndian);
+        break;
+    case TextEncoding::Utf32LittleEndian:
+    case TextEncoding::Utf32BigEndian:
+        WriteUnits<char32_t>(Internal::Utf32FromUtf8(text), file,
+                             encoding == TextEncoding::Utf32BigEndian);
+        break;
+    }
+}
+
+bool velINIStream::WriteFile(const std::string& path, bool spacing, TextEncoding encoding) const {
+    const Internal::FileHandle file = Internal::OpenForWriting(path);
+    if (file == nullptr) {
+        std::cout << "Unable to write INI file: " << path << '\n';
+        return false;
+    }
+    DocumentWriter(*this, file.get(), spacing, encoding).Write();
+    return true;
+}
+
+} // namespace velINI

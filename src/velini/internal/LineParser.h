@@ -1,0 +1,131 @@
+#pragma once
+
+// The third step of reading: each line becomes an entry of the document, or the error that ends the
+// reading.
+
+#include "velini/VelINIStream.h"
+#include "velini/internal/Entries.h"
+#include "velini/internal/NameIndex.h"
+#include "velini/internal/Names.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace velINI::Internal {
+
+class LineParser {
+public:
+    /// The lines as DecodeLines makes them. The document must not be touched by anyone else until
+    /// they are parsed.
+    LineParser(velINIStream& document, const std::vector<std::string_view>& lines);
+
+    /// Adds all lines to the document. The first line with an error in it ends the parse; what is
+    /// wrong with it is printed on the standard output. In the end the section that the last header
+    /// named exists, even when nothing stands in it.
+    void Parse();
+
+    /// How many pairs of names were compared: the measure by which the tests see that reading grows
+    /// linearly.
+    std::size_t Comparisons() const { return comparisons_; }
+
+private:
+    /// An array by the positions of its section and its entry.
+    struct ArrayKey {
+        std::size_t Section = 0;
+        std::size_t Position = 0;
+
+        bool operator==(const ArrayKey&) const = default;
+    };
+
+    struct ArrayKeyHash {
+        std::size_t operator()(const ArrayKey& key) const {
+            constexpr std::size_t Spread = 0x9E3779B1;
+            return key.Section * Spread ^ key.Position;
+        }
+    };
+
+    /// How to find the elements of one array, and to number new ones.
+    struct ArrayTable {
+        NameIndex<IniKey> Elements;
+        ElementNumbers Numbers;
+    };
+
+    /// The part of a key line in front of the separator.
+    struct Tag {
+        std::string Name;
+        bool IsArray = false;
+        bool ExplicitIndex = false;
+        std::string Index;
+    };
+
+    /// The part behind it.
+    struct Content {
+        std::string Value;
+        bool Quoted = false;
+        bool HasComment = false;
+        std::string_view Comment;
+    };
+
+    void ParseLine(std::string_view line);
+    void ParseHeader(std::string_view line);
+    void ParseKeyLine(std::string_view line);
+    void ParseTag(std::string_view text, char separator);
+    void ParseContent(std::string_view text);
+
+    void AddEmptyLine();
+    void AddComment(std::string_view text);
+    void AddGenerated(IniSection& section, KeyKind kind, std::string name, std::string_view text);
+    void StoreKey();
+    void StoreArrayElement();
+
+    /// The section that the last header named, made if it is missing.
+    IniSection& CurrentSection();
+
+    /// Where the entry of that name stands in the current section, by the rules of NameIndex.
+    std::size_t LocateKey(const IniSection& section, std::string_view name);
+
+    // Growing lists of entries would spend more time on moving house than the parse on the text, so
+    // each gets room for what the lines ahead let expect. A wrong guess costs only speed.
+
+    void ReserveSections();
+
+    /// How many entries a section made by the line at hand can get before the next header, leaving
+    /// aside the elements of arrays.
+    std::size_t ExpectedEntries() const;
+
+    /// How many elements an array gets from the line at hand and those directly behind it.
+    std::size_t ExpectedElements() const;
+
+    /// Gives back the room that was not needed.
+    void ReleaseReserves();
+
+    velINIStream& document_;
+    const std::vector<std::string_view>& lines_;
+    std::size_t line_ = 0; // the line at hand
+
+    std::string sectionName_{GlobalSection};
+    std::optional<std::size_t> section_; // where it stands, once that was asked
+    std::string error_;                  // what is wrong with the line at hand
+
+    NameIndex<IniSection> sections_;
+    // One index serves all sections that the text makes, in turn. A section that is come back to,
+    // or was there before, has one of its own for the rest of the text, so that it is built for no
+    // section more than twice.
+    NameIndex<IniKey> newKeys_;
+    std::unordered_map<std::size_t, NameIndex<IniKey>> oldKeys_;
+    NameIndex<IniKey>* keys_ = nullptr; // that of the current section
+
+    std::unordered_map<ArrayKey, ArrayTable, ArrayKeyHash> arrays_;
+
+    std::size_t comparisons_ = 0;
+
+    // Of the line at hand. They are members so that their memory serves for all lines.
+    Tag tag_;
+    Content content_;
+};
+
+} // namespace velINI::Internal

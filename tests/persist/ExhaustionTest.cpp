@@ -1,0 +1,211 @@
+// Files that ask for too much: memory that runs out, and runs that would take for ever. A program
+// of its own, because it replaces operator new.
+
+#include "app/GameApp.h"
+#include "persist/Options.h"
+#include "persist/RunConversion.h"
+#include "persist/SampleRuns.h"
+#include "persist/SaveState.h"
+#include "persist/TaggedTree.h"
+#include "persist/UserFolder.h"
+#include "sim/PacketTick.h"
+#include "sim/Simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <sys/resource.h>
+
+namespace {
+
+// The allocation that fails; 0 for none.
+std::size_t FailingAllocation = 0;
+
+void* Allocate(std::size_t size) {
+    if (FailingAllocation != 0 && --FailingAllocation == 0) {
+        throw std::bad_alloc();
+    }
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+void* operator new(std::size_t size) { return Allocate(size); }
+void* operator new[](std::size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace Wirefall {
+namespace {
+
+using Testing::Bytes;
+using Testing::ReadFileBytes;
+using Testing::TaggedTree;
+
+// AddressSanitizer holds freed memory back for a while, up to 256 MB of it.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define WIREFALL_WITH_ASAN
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define WIREFALL_WITH_ASAN
+#endif
+#ifdef WIREFALL_WITH_ASAN
+constexpr long MostKilobytes = (200 + 256) * 1024;
+#else
+constexpr long MostKilobytes = 200 * 1024;
+#endif
+
+class Exhaustion : public testing::Test {
+protected:
+    Exhaustion() {
+        App.HasSavedRun = true;
+        Testing::StartSampleRun(3, 5, 200);
+        EXPECT_TRUE(WriteSaveState(App));
+        Saved = ReadFileBytes(File());
+    }
+    std::filesystem::path File() const { return User.File("SaveState.bin"); }
+
+    Testing::UserFolder User;
+    GameApp App;
+    Bytes Saved;
+};
+
+TEST_F(Exhaustion, WhicheverAllocationFailsTheSaveIsNotReplacedAndTheRunIsWhole) {
+    Testing::StartSampleRun(1, 99, 10);
+    const RunState before = LiveRun();
+    bool loaded = false;
+    for (std::size_t allocation = 1; !loaded; ++allocation) {
+        ASSERT_LT(allocation, 10000U);
+        FailingAllocation = allocation;
+        const bool result = LoadSaveState(App);
+        loaded = FailingAllocation != 0;
+        FailingAllocation = 0;
+        ASSERT_TRUE(result) << "False would have the file replaced: " << allocation;
+        ASSERT_EQ(App.HasSavedRun, loaded) << allocation;
+        if (!loaded) {
+            ASSERT_EQ(LiveRun(), before) << allocation;
+        }
+        ASSERT_EQ(ReadFileBytes(File()), Saved) << allocation;
+    }
+    EXPECT_NE(LiveRun(), before);
+}
+
+TEST_F(Exhaustion, WhicheverAllocationFailsASaveSucceedsOrLeavesTheOldOne) {
+    Testing::StartSampleRun(1, 99, 10);
+    bool written = false;
+    for (std::size_t allocation = 1; !written; ++allocation) {
+        ASSERT_LT(allocation, 10000U);
+        FailingAllocation = allocation;
+        written = WriteSaveState(App);
+        FailingAllocation = 0;
+        ASSERT_EQ(ReadFileBytes(File()) == Saved, !written) << allocation;
+        ASSERT_EQ(Testing::NamesIn(User.Path()), std::vector<std::string>{"SaveState.bin"});
+    }
+}
+
+long PeakMemoryKilobytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+double SecondsOfFirstFrame() {
+    const auto start = std::chrono::steady_clock::now();
+    AdvanceSimulation(MaxFrameMs);
+    BuildRunSnapshot();
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    return elapsed.count();
+}
+
+// As many sinks, sources and packets as are let in, none ever ending, and steps waiting for
+// centuries.
+TEST_F(Exhaustion, TheSlowestRunStillHasAFirstFrame) {
+    SaveDocument document = MakeSaveDocument();
+    document.AccumulatorMs = std::numeric_limits<std::uint64_t>::max() - 1000;
+    document.FailureThreshold = std::numeric_limits<std::int32_t>::max();
+    document.LevelTargetPackets = std::numeric_limits<std::int32_t>::max();
+    document.SpawnIntervalTicks = 1;
+    document.VirusSpreadIntervalTicks = 1;
+    document.PacketGraceRemaining = 0;
+    document.VirusGraceRemaining = 0;
+    document.NextSpawnTick = 0;
+    for (DocumentTile& tile : document.Tiles) {
+        tile = {4, 15, true, false, false, false, 0};
+    }
+    document.Sources.assign(MaxListElements, {0, 0, 1});
+    document.Sinks.assign(MaxListElements, {9, 9, 3});
+    document.Packets.clear();
+    for (std::size_t i = 0; i < MaxListElements; ++i) {
+        const auto cell = static_cast<std::int32_t>(i % 100);
+        document.Packets.push_back(
+            {cell % 10, cell / 10, static_cast<std::int32_t>(i / 100 % 4), false, 0});
+    }
+    GameApp app;
+    ASSERT_TRUE(InstallSaveDocument(app, document));
+    SetFastForward(true);
+    EXPECT_LT(SecondsOfFirstFrame(), 2.0);
+}
+
+// Sixteen megabytes, the most that is read: of packets, of nested objects, and of one string.
+TEST_F(Exhaustion, NoFileNeedsMuchMemory) {
+    constexpr std::size_t Size = std::size_t{16} << 20;
+    const auto expectModest = [this](const Bytes& content) {
+        Testing::WriteFileBytes(File(), content);
+        EXPECT_TRUE(LoadSaveState(App));
+        EXPECT_FALSE(App.HasSavedRun);
+    };
+    const Bytes head = Testing::FromHex("0A 08 08000000 52756E5374617465 0A "
+                                        "08 07000000 5061636B657473 09");
+    const Bytes packet = Testing::StreamOf([] {
+        TaggedTree tree = TaggedTree::Object();
+        for (const char* const key : {"X", "Y", "Dir", "Corrupted", "DelayTicks"}) {
+            tree.Add(key, TaggedTree::Int32(1));
+        }
+        return tree;
+    }());
+    Bytes packets = head;
+    while (packets.size() + packet.size() <= Size) {
+        packets.insert(packets.end(), packet.begin(), packet.end());
+    }
+    expectModest(packets);
+
+    Bytes nested = head;
+    nested.resize(Size, 0x09);
+    expectModest(nested);
+
+    Bytes text = Testing::FromHex("0A 08 F0FFFF00");
+    text.resize(Size, 'x');
+    expectModest(text);
+
+    EXPECT_LT(PeakMemoryKilobytes(), MostKilobytes);
+}
+
+TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemoryOrTime) {
+    for (const std::string& line : {std::string("\n"), std::string("a\n"), std::string("a[]=1\n"),
+                                    std::string(";\n"), std::string("[a];\n")}) {
+        std::string text = "[Options]\n";
+        while (text.size() + line.size() <= 256 * 1024) {
+            text += line;
+        }
+        Testing::WriteFileText(User.File("Config.ini"), text);
+        const auto start = std::chrono::steady_clock::now();
+        testing::internal::CaptureStdout();
+        EXPECT_TRUE(LoadOptions(App));
+        testing::internal::GetCapturedStdout();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << line;
+    }
+    EXPECT_LT(PeakMemoryKilobytes(), MostKilobytes);
+}
+
+} // namespace
+} // namespace Wirefall

@@ -1,0 +1,414 @@
+#include "support/Scenes.h"
+
+#include "base/Clock.h"
+#include "display/LogicalCanvas.h"
+#include "sim/Simulation.h"
+#include "support/BoardDrawing.h"
+#include "ui/BinaryRain.h"
+#include "ui/BoardScreen.h"
+#include "ui/CommandHints.h"
+#include "ui/HudHints.h"
+#include "ui/Localization.h"
+#include "ui/MainMenu.h"
+#include "ui/Metrics.h"
+#include "ui/NoteBox.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+namespace Wirefall::Testing {
+
+namespace {
+
+constexpr std::uint64_t SceneTime = 12345;
+
+using BoardSketch = std::array<std::string_view, BoardSide>;
+
+void Infect(RunState& run, const BoardSketch& sketch) {
+    for (std::int32_t y = 0; y < BoardSide; ++y) {
+        for (std::int32_t x = 0; x < BoardSide; ++x) {
+            TileAt(run, x, y).VirusInfected =
+                sketch[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)] == '*';
+        }
+    }
+}
+
+void PlaceEndpoints(RunState& run, const Endpoint& source, const Endpoint& sink) {
+    run.Sources = {source};
+    run.Sinks = {sink};
+    StampEndpointTile(run, source, true);
+    StampEndpointTile(run, sink, false);
+}
+
+void UseGamepad(SceneWorld& world) {
+    // Hints only ask whether a gamepad is there; nobody talks to it.
+    static int standIn = 0;
+    world.Controllers.Gamepad = reinterpret_cast<SDL_Gamepad*>(&standIn);
+    world.App.LastInputDevice = InputDevice::Gamepad;
+}
+
+void UseJoystick(SceneWorld& world) {
+    static int standIn = 0;
+    world.Controllers.Joystick = reinterpret_cast<SDL_Joystick*>(&standIn);
+    world.App.LastInputDevice = InputDevice::Joystick;
+}
+
+// The middle of a level that goes well enough: a route from the left edge to the right one, a loop
+// that the virus has got into, and every kind of tile.
+void ArrangeBusyRun(SceneWorld&) {
+    ResetRun();
+    RunState& run = LiveRun();
+    LayTiles(run, {
+                      "..┌─┐.┌─┐.",
+                      "..│.└─┘.│.",
+                      "┌─┘.┌─┐.├.",
+                      "│...│.└┐│.",
+                      ".──A┼bF┴┘.",
+                      "..┌┘│.┌─┐.",
+                      "..│.└─┼─┤.",
+                      "..└┐..B.│.",
+                      "...│┌─┘.│.",
+                      "...└┘..F┘.",
+                  });
+    PlaceEndpoints(run, {0, 4, Direction::Right}, {9, 2, Direction::Left});
+    Infect(run, {
+                    "..........",
+                    "..........",
+                    "..........",
+                    "..........",
+                    "..........",
+                    "......***.",
+                    ".....****.",
+                    "......*.*.",
+                    ".....**.*.",
+                    "........*.",
+                });
+    run.Packets = {{.X = 1, .Y = 4, .Dir = Direction::Right},
+                   {.X = 5, .Y = 4, .Dir = Direction::Right},
+                   {.X = 8, .Y = 3, .Dir = Direction::Up},
+                   {.X = 5, .Y = 2, .Dir = Direction::Right},
+                   {.X = 7, .Y = 6, .Dir = Direction::Right, .Corrupted = true},
+                   {.X = 6, .Y = 8, .Dir = Direction::Left, .Corrupted = true}};
+    run.TileQueue = {TileType::TJunction, TileType::Antivirus, TileType::Buffer};
+    run.PreviewRotation = 1;
+    run.CursorX = 5;
+    run.CursorY = 3;
+    run.Level = 3;
+    run.TotalScore = 485;
+    run.LevelTargetPackets = 40;
+    run.DeliveredPackets = 27;
+    run.LostPackets = 2;
+    run.CorruptedPackets = 3;
+}
+
+void ArrangeCursorOnSource(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    RunState& run = LiveRun();
+    run.CursorX = run.Sources[0].X;
+    run.CursorY = run.Sources[0].Y;
+}
+
+void ArrangeGameOver(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    RunState& run = LiveRun();
+    run.LostPackets = 4;
+    run.CorruptedPackets = 6;
+    run.GameOver = true;
+}
+
+void ArrangeFastForward(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    LiveRun().FastForward = true;
+}
+
+void ArrangeEveryTile(SceneWorld&) {
+    ResetRun();
+    RunState& run = LiveRun();
+    LayTiles(run, {
+                      ".│─└┌┐┘├┬┤",
+                      "┴┼FABb.│─└",
+                      ".│─└┌┐┘├┬┤",
+                      "┴┼FABb.│─└",
+                      "..........",
+                      "..........",
+                      "..........",
+                      "..........",
+                      "..........",
+                      "..........",
+                  });
+    Infect(run, {
+                    "..........",
+                    "..........",
+                    "**********",
+                    "**********",
+                    "..........",
+                    "..........",
+                    "..........",
+                    "..........",
+                    "..........",
+                    "..........",
+                });
+    // A type and a direction that only a damaged save can hold.
+    TileAt(run, 0, 5).Type = static_cast<TileType>(8);
+    TileAt(run, 0, 5).Connections = AllExits;
+    PlaceEndpoints(run, {4, 9, Direction::Up}, {5, 0, Direction::Down});
+    run.Sources.push_back({0, 7, Direction::Right});
+    run.Sources.push_back({9, 7, Direction::Left});
+    run.Sinks.push_back({2, 5, static_cast<Direction>(9)});
+    run.Packets = {{.X = 3, .Y = 6},
+                   {.X = 4, .Y = 6, .Corrupted = true},
+                   {.X = 10, .Y = 6},
+                   {.X = -1, .Y = 0}};
+    run.CursorX = -1;
+    run.TileQueue = {TileType::Corner, TileType::Firewall, static_cast<TileType>(200)};
+    run.PreviewRotation = 3;
+}
+
+void ArrangeGamepad(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    UseGamepad(world);
+}
+
+void ArrangeReboundGamepad(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    UseGamepad(world);
+    world.App.GamepadBindings[ActionIndex(InputAction::CursorUp)] = 5;
+    world.App.GamepadBindings[ActionIndex(InputAction::RotateLeft)] = 15;
+    world.App.GamepadBindings[ActionIndex(InputAction::Place)] = UnboundButton;
+    world.App.GamepadBindings[ActionIndex(InputAction::FastForward)] = 20;
+}
+
+void ArrangeJoystick(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    UseJoystick(world);
+}
+
+// Keys with long names, which take two lines and the short form of each.
+void ArrangeLongKeys(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    world.App.KeyboardBindings = {96, 90, 92, 94, 74, 77, 44, 228};
+}
+
+constexpr std::array<std::array<const char*, 2>, 18> LongTexts = {{
+    {"Hud.Queue", "WARTESCHLANGE"},
+    {"Hud.Status", "ZUSTANDSÜBERSICHT"},
+    {"Hud.Failure", "AUSFÄLLE"},
+    {"Hud.VirusInfection", "VIRUSVERSEUCHUNG"},
+    {"Hud.Commands", "BEFEHLSÜBERSICHT"},
+    {"Hud.Level", "SCHWIERIGKEITSSTUFE"},
+    {"Hud.Score", "GESAMTPUNKTZAHL"},
+    {"Hud.Target", "ZU ÜBERTRAGENDE PAKETE"},
+    {"Hud.OK", "ÜBERMITTELTE"},
+    {"Hud.Lost", "VERLORENE"},
+    {"Hud.Bad", "BESCHÄDIGTE PAKETE"},
+    {"Hud.Command.Move", "ZEIGER BEWEGEN"},
+    {"Hud.Command.Rotate", "KACHEL DREHEN"},
+    {"Hud.Command.Place", "KACHEL GROẞFLÄCHIG SETZEN"},
+    {"Hud.Command.FastForward", "SCHNELLER VORLAUF"},
+    {"MainMenu.ContinueGame", "GESPEICHERTES SPIEL FORTSETZEN"},
+    {"MainMenu.Options", "MÖGLICHKEITEN"},
+    {"MainMenu.Credits", "ÜBER DIESES SPIEL"},
+}};
+
+void ArrangeLongTexts(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    for (const auto& [key, text] : LongTexts) {
+        LocalizationCatalog.Texts[key] = text;
+    }
+    world.App.HasSavedRun = true;
+    world.App.MenuSelection = 2;
+}
+
+void ArrangeNegativeScore(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    LiveRun().TotalScore = -135;
+}
+
+void ArrangeOvershotCounters(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    RunState& run = LiveRun();
+    constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
+    run.Level = Most;
+    run.TotalScore = std::numeric_limits<std::int32_t>::min();
+    run.LevelTargetPackets = Most;
+    run.DeliveredPackets = Most;
+    run.LostPackets = Most;
+    run.CorruptedPackets = Most;
+    run.FailureThreshold = 0;
+}
+
+void ArrangeSavedRun(SceneWorld& world) { world.App.HasSavedRun = true; }
+
+void ArrangeLastRow(SceneWorld& world) {
+    world.App.HasSavedRun = true;
+    world.App.MenuSelection = 5;
+}
+
+void ArrangeQuitting(SceneWorld& world) {
+    world.App.MenuSelection = 4;
+    world.App.QuitRequested = true;
+}
+
+void ArrangeLater(SceneWorld&) { FreezeClock(SceneTime + 260); }
+
+void DrawMenu(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawMainMenu(renderer, world.App);
+}
+
+void DrawRain(SDL_Renderer* renderer, const SceneWorld&) {
+    DrawBinaryRain(renderer, static_cast<float>(LogicalWidth), true);
+}
+
+void DrawStillRain(SDL_Renderer* renderer, const SceneWorld&) {
+    DrawBinaryRain(renderer, static_cast<float>(LogicalWidth), false);
+}
+
+void DrawNotes(SDL_Renderer* renderer, const SceneWorld&) {
+    const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
+    const NoteBoxContext context = {.Renderer = renderer,
+                                    .Metrics = metrics,
+                                    .HeadingScale = 3,
+                                    .BodyScale = metrics.BodyScale,
+                                    .LinePitch = static_cast<float>(metrics.BodyScale * 8 + 6)};
+    const std::array<std::string, 3> paragraphs = {
+        "A PARAGRAPH THAT IS LONG ENOUGH TO BE WRAPPED ON EVERY CANVAS, SINCE THE BOX IS NARROW",
+        "", "SCORING: +10 DELIVERED, -5 LOST"};
+    DrawNoteBox(context, 56.0F, 42.0F, 400.0F, 200.0F, "RUN RULES", Palette::Cyan, paragraphs);
+    DrawNoteBox(context, 500.5F, 42.5F, 300.0F, 200.0F, "ÜBER", Palette::Green, {});
+}
+
+void StoreHints(const SceneWorld& world) {
+    const CommandHints hints = BuildCommandHints(world.App, world.Controllers);
+    StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
+}
+
+void DrawPlaying(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
+    DrawBoardScreen(renderer, LogicalWidth, LogicalHeight);
+}
+
+void DrawUnhinted(SDL_Renderer* renderer, const SceneWorld&) {
+    DrawBoardScreen(renderer, LogicalWidth, LogicalHeight);
+}
+
+void DrawLow(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
+    DrawBoardScreen(renderer, LogicalWidth, 400);
+}
+
+void DrawLowest(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
+    DrawBoardScreen(renderer, LogicalWidth, 150);
+}
+
+void DrawNarrow(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
+    DrawBoardScreen(renderer, 380, LogicalHeight);
+}
+
+const std::vector<Scene> Scenes = {
+    {.Name = "board-busy",
+     .Arrange = ArrangeBusyRun,
+     .Draw = DrawPlaying,
+     .Goldens = {{960, "roomy"}, {1280, "roomy"}, {1280, "tight"}, {1280, "tightest"}}},
+    {.Name = "board-cursor-on-source", .Arrange = ArrangeCursorOnSource, .Draw = DrawPlaying},
+    {.Name = "board-every-tile",
+     .Arrange = ArrangeEveryTile,
+     .Draw = DrawPlaying,
+     .Goldens = {{1152, "roomy"}}},
+    {.Name = "board-fast-forward",
+     .Arrange = ArrangeFastForward,
+     .Draw = DrawPlaying,
+     .Goldens = {{1080, "tight"}}},
+    {.Name = "board-first", .Draw = DrawPlaying, .Goldens = {{1280, "roomy"}}},
+    {.Name = "board-game-over", .Arrange = ArrangeGameOver, .Draw = DrawPlaying},
+    {.Name = "board-hints-gamepad", .Arrange = ArrangeGamepad, .Draw = DrawPlaying},
+    {.Name = "board-hints-gamepad-rebound",
+     .Arrange = ArrangeReboundGamepad,
+     .Draw = DrawPlaying,
+     .Goldens = {{960, "tightest"}}},
+    {.Name = "board-hints-joystick", .Arrange = ArrangeJoystick, .Draw = DrawPlaying},
+    {.Name = "board-hints-long-keys",
+     .Arrange = ArrangeLongKeys,
+     .Draw = DrawPlaying,
+     .Goldens = {{960, "tight"}}},
+    {.Name = "board-hints-none-yet", .Arrange = ArrangeBusyRun, .Draw = DrawUnhinted},
+    {.Name = "board-long-texts",
+     .Arrange = ArrangeLongTexts,
+     .Draw = DrawPlaying,
+     .Goldens = {{960, "roomy"}, {1280, "tightest"}}},
+    {.Name = "board-low", .Arrange = ArrangeBusyRun, .Draw = DrawLow, .Goldens = {{1280, "roomy"}}},
+    {.Name = "board-lowest", .Arrange = ArrangeBusyRun, .Draw = DrawLowest},
+    {.Name = "board-narrow", .Arrange = ArrangeBusyRun, .Draw = DrawNarrow},
+    {.Name = "board-negative-score", .Arrange = ArrangeNegativeScore, .Draw = DrawPlaying},
+    {.Name = "board-overshot-counters",
+     .Arrange = ArrangeOvershotCounters,
+     .Draw = DrawPlaying,
+     .Goldens = {{1728, "tightest"}}},
+    {.Name = "menu-first-start",
+     .Draw = DrawMenu,
+     .Goldens = {{960, "roomy"}, {1280, "roomy"}, {2560, "tightest"}}},
+    {.Name = "menu-last-row",
+     .Arrange = ArrangeLastRow,
+     .Draw = DrawMenu,
+     .Goldens = {{1080, "tightest"}}},
+    {.Name = "menu-long-texts",
+     .Arrange = ArrangeLongTexts,
+     .Draw = DrawMenu,
+     .Goldens = {{960, "tight"}}},
+    {.Name = "menu-quitting",
+     .Arrange = ArrangeQuitting,
+     .Draw = DrawMenu,
+     .Goldens = {{1280, "tight"}}},
+    {.Name = "menu-saved-run",
+     .Arrange = ArrangeSavedRun,
+     .Draw = DrawMenu,
+     .Goldens = {{1280, "tight"}}},
+    {.Name = "notes", .Draw = DrawNotes, .Goldens = {{1280, "roomy"}, {1280, "tightest"}}},
+    {.Name = "rain", .Draw = DrawRain, .Goldens = {{1728, "tight"}}},
+    {.Name = "rain-later", .Arrange = ArrangeLater, .Draw = DrawRain},
+    {.Name = "rain-still", .Draw = DrawStillRain},
+};
+
+} // namespace
+
+CanvasSize SizeOf(std::int32_t logicalWidth, const PresentedScale& presented) {
+    const auto scaled = [&](std::int32_t logical) {
+        return static_cast<std::int32_t>(
+            std::lround(static_cast<float>(logical) * presented.Scale));
+    };
+    return {.LogicalWidth = logicalWidth,
+            .LogicalHeight = LogicalHeight,
+            .SurfaceWidth = scaled(logicalWidth),
+            .SurfaceHeight = scaled(LogicalHeight)};
+}
+
+std::span<const Scene> AllScenes() { return Scenes; }
+
+void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world) {
+    FreezeClock(SceneTime);
+    LogicalWidth = logicalWidth;
+    LocalizationCatalog = {};
+    StoreHudHintLines("", "", "", "", "");
+    LiveSimulation().RunInitialised = false;
+    world = {};
+    if (scene.Arrange != nullptr) {
+        scene.Arrange(world);
+    }
+}
+
+Picture TakePicture(const Scene& scene, std::int32_t logicalWidth,
+                    const PresentedScale& presented) {
+    SceneWorld world;
+    EnterScene(scene, logicalWidth, world);
+    SoftwareCanvas canvas(SizeOf(logicalWidth, presented));
+    scene.Draw(canvas.Renderer(), world);
+    return canvas.Read();
+}
+
+} // namespace Wirefall::Testing
