@@ -3,6 +3,8 @@
 #include "ui/BindingLabels.h"
 #include "ui/Localization.h"
 
+#include <cstddef>
+
 namespace Wirefall {
 
 namespace {

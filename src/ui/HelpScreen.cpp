@@ -6,7 +6,6 @@
 #include "ui/Color.h"
 #include "ui/CommandHints.h"
 #include "ui/ControllerHint.h"
-#include "ui/Glyphs.h"
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/NoteBox.h"
@@ -92,8 +91,6 @@ HelpTexts CollectTexts(const GameApp& app, const ControllerSet& controllers) {
     };
 }
 
-float HeightOf(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
-
 // The legend stands in as many columns as its words leave room for.
 struct LegendLayout {
     float IconSide = 0.0F;
@@ -106,7 +103,7 @@ struct LegendLayout {
 LegendLayout PlaceLegend(const UiMetrics& metrics, float panelWidth) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
     constexpr auto count = static_cast<std::int32_t>(Legend.size());
-    const float bodyHeight = HeightOf(metrics.BodyScale);
+    const float bodyHeight = TextHeight(metrics.BodyScale);
     std::int32_t widest = 0;
     for (const LegendEntry& entry : Legend) {
         widest = std::max(widest, TextWidth(TextOf(entry), metrics.BodyScale));
@@ -168,14 +165,14 @@ void DrawHelpScreen(SDL_Renderer* renderer, const GameApp& app, const Controller
     const float panelWidth = std::max(120.0F, width - 2.0F * PageX);
     const float half = (panelWidth - d(16.0F)) / 2.0F;
     const float gap = d(14.0F);
-    const float hintHeight = HeightOf(metrics.HintScale);
+    const float hintHeight = TextHeight(metrics.HintScale);
     const NoteBoxContext boxes = {.Renderer = renderer,
                                   .Metrics = metrics,
                                   .HeadingScale = std::max(2, metrics.ScreenTitleScale - 3),
                                   .BodyScale = metrics.BodyScale,
-                                  .LinePitch = HeightOf(metrics.BodyScale) + d(6.0F)};
+                                  .LinePitch = TextHeight(metrics.BodyScale) + d(6.0F)};
 
-    const float titleHeight = HeightOf(metrics.ScreenTitleScale) + 2.0F * gap;
+    const float titleHeight = TextHeight(metrics.ScreenTitleScale) + 2.0F * gap;
     const LegendLayout legend = PlaceLegend(metrics, panelWidth);
     const float objectiveHeight = MeasureNoteBox(boxes, texts.Objective, panelWidth);
     const float systemsHeight = MeasureNoteBox(boxes, texts.Systems, panelWidth) + legend.Height;

@@ -4,7 +4,6 @@
 #include "display/LogicalCanvas.h"
 #include "ui/BinaryRain.h"
 #include "ui/Color.h"
-#include "ui/Glyphs.h"
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/Primitives.h"
@@ -53,8 +52,6 @@ const std::string& TextOf(const MenuEntry& entry) {
     return LocalizedText(entry.Key, entry.DefaultText);
 }
 
-float HeightOf(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
-
 struct MenuLayout {
     float CenterX = 0.0F;
     float PanelWidth = 0.0F;
@@ -80,12 +77,12 @@ MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
     menu.TitleScale = FitScaleToLength(TitleBytes, std::max(160.0F, menu.PanelWidth - 96.0F),
                                        metrics.MenuTitleScale);
     menu.VersionScale = menu.TitleScale > 8 ? menu.TitleScale / 3 : 2;
-    menu.ItemHeight = HeightOf(metrics.MenuItemScale);
+    menu.ItemHeight = TextHeight(metrics.MenuItemScale);
     menu.ItemPitch = menu.ItemHeight + d(4.0F);
-    menu.FooterHeight = HeightOf(metrics.MenuFooterScale);
+    menu.FooterHeight = TextHeight(metrics.MenuFooterScale);
 
-    const float titleHeight = HeightOf(menu.TitleScale);
-    const float versionHeight = HeightOf(menu.VersionScale);
+    const float titleHeight = TextHeight(menu.TitleScale);
+    const float versionHeight = TextHeight(menu.VersionScale);
     const float listHeight = static_cast<float>(rows - 1) * menu.ItemPitch + menu.ItemHeight;
     const float content = titleHeight + d(6.0F) + versionHeight + d(28.0F) + listHeight + d(30.0F) +
                           menu.FooterHeight;
@@ -132,7 +129,7 @@ void DrawEntries(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics
         if (i == selected) {
             const float cursorX =
                 x - DensityPx(metrics.Density, 13.0F) - static_cast<float>(5 * cursorScale);
-            const float cursorY = y + (menu.ItemHeight - HeightOf(cursorScale)) / 2.0F;
+            const float cursorY = y + (menu.ItemHeight - TextHeight(cursorScale)) / 2.0F;
             DrawText(renderer, ">", cursorX, cursorY, cursorScale, Palette::BrightText);
         }
         DrawText(renderer, TextOf(entries[i]), x, y, scale,

@@ -28,8 +28,8 @@ void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float
                  std::string_view heading, PackedColor accent,
                  std::span<const std::string> paragraphs);
 
-/// The height of a box of width `boxWidth` for these paragraphs. Measured in a little less room
-/// than the text is drawn in, so that a box is never too low.
+/// The height of a box of width `boxWidth` for these paragraphs. Measured in no more room than the
+/// text is drawn in, and in less at the two tight densities, so that a box is never too low.
 float MeasureNoteBox(const NoteBoxContext& context, std::span<const std::string> paragraphs,
                      float boxWidth);
 

@@ -4,7 +4,6 @@
 #include "ui/BoardScreen.h"
 #include "ui/Color.h"
 #include "ui/ControllerHint.h"
-#include "ui/Glyphs.h"
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/Primitives.h"
@@ -47,8 +46,6 @@ PauseTexts CollectTexts(const GameApp& app, const ControllerSet& controllers) {
                 LocalizedText("Controller.Hint.Resume", "RESUME"))};
 }
 
-float HeightOf(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
-
 float WidthOf(const std::string& text, std::int32_t scale) {
     return static_cast<float>(TextWidth(text, scale));
 }
@@ -84,11 +81,11 @@ PauseLayout PlacePause(const PauseTexts& texts, const UiMetrics& metrics, float 
     pause.PanelWidth =
         std::min(width - CanvasMargin, std::max(NarrowestPanel, widest + 2.0F * d(68.0F)));
 
-    const float titleHeight = HeightOf(metrics.ScreenTitleScale);
-    const float hintHeight = HeightOf(metrics.HintScale);
+    const float titleHeight = TextHeight(metrics.ScreenTitleScale);
+    const float hintHeight = TextHeight(metrics.HintScale);
     const float hintBlock =
         hintHeight + (texts.ControllerHint.empty() ? 0.0F : hintHeight + d(10.0F));
-    pause.ItemHeight = HeightOf(metrics.MenuItemScale);
+    pause.ItemHeight = TextHeight(metrics.MenuItemScale);
     pause.ItemPitch = pause.ItemHeight + d(16.0F);
     const float items = static_cast<float>(EntryCount - 1) * pause.ItemPitch + pause.ItemHeight;
     const float content = items + titleHeight + d(54.0F);
@@ -130,7 +127,7 @@ void DrawPauseScreen(SDL_Renderer* renderer, const GameApp& app, const Controlle
         if (selected) {
             const float cursorX = pause.ItemsX - DensityPx(metrics.Density, 12.0F) -
                                   static_cast<float>(5 * metrics.CursorScale);
-            const float cursorY = y + (pause.ItemHeight - HeightOf(metrics.CursorScale)) / 2.0F;
+            const float cursorY = y + (pause.ItemHeight - TextHeight(metrics.CursorScale)) / 2.0F;
             DrawText(renderer, ">", cursorX, cursorY, metrics.CursorScale, Palette::BrightText);
         }
         DrawText(renderer, texts.Entries[i], pause.ItemsX, y, metrics.MenuItemScale,

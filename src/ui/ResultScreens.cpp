@@ -2,16 +2,17 @@
 
 #include "display/LogicalCanvas.h"
 #include "sim/Arithmetic.h"
+#include "sim/LevelRules.h"
 #include "ui/BoardScreen.h"
 #include "ui/Color.h"
 #include "ui/ControllerHint.h"
-#include "ui/Glyphs.h"
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/Primitives.h"
 #include "ui/Text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -35,8 +36,6 @@ struct ResultColors {
     PackedColor Line;
     PackedColor Hint;
 };
-
-float HeightOf(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
 
 float WidthOf(const std::string& text, std::int32_t scale) {
     return static_cast<float>(TextWidth(text, scale));
@@ -76,7 +75,7 @@ SDL_FRect CenteredPanel(float width, float panelWidth, float total, float lowest
 }
 
 float HintBlockHeight(const ResultTexts& texts, const UiMetrics& metrics) {
-    const float hintHeight = HeightOf(metrics.HintScale);
+    const float hintHeight = TextHeight(metrics.HintScale);
     return texts.ControllerHint.empty()
                ? hintHeight
                : hintHeight + DensityPx(metrics.Density, 14.0F) + hintHeight;
@@ -88,13 +87,13 @@ void PlaceHints(ResultLayout& layout, const ResultTexts& texts, const UiMetrics&
     layout.HintY = layout.Panel.y + layout.Panel.h - DensityPx(metrics.Density, 30.0F) -
                    HintBlockHeight(texts, metrics);
     layout.ControllerHintY =
-        layout.HintY + HeightOf(metrics.HintScale) + DensityPx(metrics.Density, 14.0F);
+        layout.HintY + TextHeight(metrics.HintScale) + DensityPx(metrics.Density, 14.0F);
 }
 
 ResultLayout PlaceLevelComplete(const ResultTexts& texts, const UiMetrics& metrics, float width) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
-    const float titleHeight = HeightOf(metrics.ScreenTitleScale);
-    const float lineHeight = HeightOf(metrics.RowScale);
+    const float titleHeight = TextHeight(metrics.ScreenTitleScale);
+    const float lineHeight = TextHeight(metrics.RowScale);
     const float total = 3.0F * lineHeight + 2.0F * d(12.0F) + d(20.0F) + titleHeight +
                         2.0F * d(30.0F) + d(28.0F) + HintBlockHeight(texts, metrics);
     ResultLayout layout;
@@ -109,8 +108,8 @@ ResultLayout PlaceLevelComplete(const ResultTexts& texts, const UiMetrics& metri
 
 ResultLayout PlaceGameOver(const ResultTexts& texts, const UiMetrics& metrics, float width) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
-    const float titleHeight = HeightOf(metrics.ScreenTitleScale);
-    const float lineHeight = HeightOf(metrics.RowScale);
+    const float titleHeight = TextHeight(metrics.ScreenTitleScale);
+    const float lineHeight = TextHeight(metrics.RowScale);
     const float hintBlock = HintBlockHeight(texts, metrics);
     const float content = d(24.0F) + titleHeight + lineHeight;
     const float total = d(34.0F) + content + d(30.0F) + hintBlock + d(30.0F);

@@ -97,6 +97,8 @@ std::int32_t TextWidth(std::string_view text, std::int32_t scale) {
     return static_cast<std::int32_t>(std::clamp(AdvanceOfText(text) * scale, Least, Greatest));
 }
 
+float TextHeight(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
+
 float ByteWidth(std::size_t bytes, std::int32_t scale) {
     return static_cast<float>(static_cast<std::int64_t>(bytes) * CharAdvance * scale);
 }

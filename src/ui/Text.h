@@ -24,6 +24,9 @@ namespace Wirefall {
 /// The width of the text, in characters. It stops growing at the end of the 32-bit range.
 std::int32_t TextWidth(std::string_view text, std::int32_t scale);
 
+/// The height of a line of text.
+float TextHeight(std::int32_t scale);
+
 /// The width of that many bytes, by the cheaper measure.
 float ByteWidth(std::size_t bytes, std::int32_t scale);
 

@@ -7,11 +7,15 @@
 #include "ui/BinaryRain.h"
 #include "ui/BoardScreen.h"
 #include "ui/CommandHints.h"
+#include "ui/CreditsScreen.h"
+#include "ui/HelpScreen.h"
 #include "ui/HudHints.h"
 #include "ui/Localization.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
 #include "ui/NoteBox.h"
+#include "ui/PauseScreen.h"
+#include "ui/ResultScreens.h"
 
 #include <algorithm>
 #include <array>
@@ -282,6 +286,73 @@ void DrawNotes(SDL_Renderer* renderer, const SceneWorld&) {
     DrawNoteBox(context, 500.5F, 42.5F, 300.0F, 200.0F, "ÜBER", Palette::Green, {});
 }
 
+void ArrangePause(SceneWorld& world) { ArrangeBusyRun(world); }
+
+void ArrangePauseLastRow(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    UseGamepad(world);
+    world.App.PauseSelection = 3;
+}
+
+void ArrangePauseJoystick(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    UseJoystick(world);
+    world.App.PauseSelection = 1;
+}
+
+void ArrangeHelpFromPause(SceneWorld& world) {
+    UseGamepad(world);
+    world.App.HelpReturnScreen = AppScreen::Pause;
+}
+
+void ArrangeCreditsMiddle(SceneWorld& world) { world.App.CreditsScroll = 400.0F; }
+
+void ArrangeCreditsEnd(SceneWorld& world) { world.App.CreditsScroll = 760.0F; }
+
+void ArrangeLevelComplete(SceneWorld& world) {
+    ArrangeBusyRun(world);
+    LiveRun().DeliveredPackets = LiveRun().LevelTargetPackets;
+    world.App.PreviousSnapshot = BuildRunSnapshot();
+    world.App.PreviousSnapshotValid = true;
+}
+
+void ArrangeLevelCompleteGamepad(SceneWorld& world) {
+    ArrangeLevelComplete(world);
+    UseGamepad(world);
+    // As only a record that was never filled has it.
+    world.App.PreviousSnapshot.Level = 0;
+}
+
+void ArrangeRunOver(SceneWorld& world) {
+    ArrangeGameOver(world);
+    LiveRun().TotalScore = -35;
+}
+
+void ArrangeRunOverJoystick(SceneWorld& world) {
+    ArrangeGameOver(world);
+    UseJoystick(world);
+}
+
+void DrawPause(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawPauseScreen(renderer, world.App, world.Controllers);
+}
+
+void DrawHelp(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawHelpScreen(renderer, world.App, world.Controllers);
+}
+
+void DrawCredits(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawCreditsScreen(renderer, world.App);
+}
+
+void DrawLevelComplete(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawLevelCompleteScreen(renderer, world.App, world.Controllers);
+}
+
+void DrawGameOver(SDL_Renderer* renderer, const SceneWorld& world) {
+    DrawGameOverScreen(renderer, world.App, world.Controllers);
+}
+
 void StoreHints(const SceneWorld& world) {
     const CommandHints hints = BuildCommandHints(world.App, world.Controllers);
     StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
@@ -350,6 +421,30 @@ const std::vector<Scene> Scenes = {
      .Arrange = ArrangeOvershotCounters,
      .Draw = DrawPlaying,
      .Goldens = {{1728, "tightest"}}},
+    {.Name = "credits-end", .Arrange = ArrangeCreditsEnd, .Draw = DrawCredits},
+    {.Name = "credits-middle",
+     .Arrange = ArrangeCreditsMiddle,
+     .Draw = DrawCredits,
+     .Goldens = {{1280, "roomy"}}},
+    {.Name = "credits-start", .Draw = DrawCredits},
+    {.Name = "game-over",
+     .Arrange = ArrangeRunOver,
+     .Draw = DrawGameOver,
+     .Goldens = {{1280, "roomy"}}},
+    {.Name = "game-over-joystick", .Arrange = ArrangeRunOverJoystick, .Draw = DrawGameOver},
+    {.Name = "help-from-menu",
+     .Draw = DrawHelp,
+     .Goldens = {{960, "roomy"}, {1280, "roomy"}, {1280, "tight"}}},
+    {.Name = "help-from-pause", .Arrange = ArrangeHelpFromPause, .Draw = DrawHelp},
+    {.Name = "help-quitting", .Arrange = ArrangeQuitting, .Draw = DrawHelp},
+    {.Name = "level-complete",
+     .Arrange = ArrangeLevelComplete,
+     .Draw = DrawLevelComplete,
+     .Goldens = {{1280, "roomy"}}},
+    {.Name = "level-complete-gamepad",
+     .Arrange = ArrangeLevelCompleteGamepad,
+     .Draw = DrawLevelComplete,
+     .Goldens = {{960, "tight"}}},
     {.Name = "menu-first-start",
      .Draw = DrawMenu,
      .Goldens = {{960, "roomy"}, {1280, "roomy"}, {2560, "tightest"}}},
@@ -370,6 +465,12 @@ const std::vector<Scene> Scenes = {
      .Draw = DrawMenu,
      .Goldens = {{1280, "tight"}}},
     {.Name = "notes", .Draw = DrawNotes, .Goldens = {{1280, "roomy"}, {1280, "tightest"}}},
+    {.Name = "pause", .Arrange = ArrangePause, .Draw = DrawPause, .Goldens = {{1280, "roomy"}}},
+    {.Name = "pause-gamepad-last-row",
+     .Arrange = ArrangePauseLastRow,
+     .Draw = DrawPause,
+     .Goldens = {{960, "tight"}}},
+    {.Name = "pause-joystick", .Arrange = ArrangePauseJoystick, .Draw = DrawPause},
     {.Name = "rain", .Draw = DrawRain, .Goldens = {{1728, "tight"}}},
     {.Name = "rain-later", .Arrange = ArrangeLater, .Draw = DrawRain},
     {.Name = "rain-still", .Draw = DrawStillRain},
