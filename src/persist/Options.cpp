@@ -137,8 +137,7 @@ void ReadResolution(const velINIStream& document, GameApp& app) {
         ConfigInt(document, GraphicsSection, "ResolutionHeight", present.Height)};
     if (read.Height >= 1 && read.Width >= MinimumWidth &&
         IsResolutionAllowed(app.AspectMode, read.Width, read.Height)) {
-        const std::span<const Resolution> offered =
-            app.Resolutions.empty() ? BuiltInResolutions(app.AspectMode) : app.Resolutions;
+        const std::span<const Resolution> offered = OfferedResolutions(app);
         if (std::ranges::find(offered, read) == offered.end()) {
             app.Resolutions.push_back(read);
         }
