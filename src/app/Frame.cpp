@@ -19,6 +19,7 @@
 #include "ui/HudHints.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
+#include "ui/OptionsScreen.h"
 #include "ui/PauseScreen.h"
 #include "ui/Primitives.h"
 #include "ui/ResultScreens.h"
@@ -72,7 +73,7 @@ void DrawPlaying(const Game& game) {
 
 void DrawMenu(const Game& game) { DrawMainMenu(game.Renderer, game.App); }
 
-void DrawNothing(const Game& /*game*/) {}
+void DrawOptions(const Game& game) { DrawOptionsScreen(game.Renderer, game.App, game.Controllers); }
 
 void DrawHelp(const Game& game) { DrawHelpScreen(game.Renderer, game.App, game.Controllers); }
 
@@ -92,7 +93,7 @@ using ScreenDrawer = void (*)(const Game& game);
 
 // By AppScreen.
 constexpr std::array<ScreenDrawer, 8> ScreenDrawers = {
-    DrawMenu,          DrawNothing, DrawHelp,    DrawPlaying,
+    DrawMenu,          DrawOptions, DrawHelp,    DrawPlaying,
     DrawLevelComplete, DrawPause,   DrawCredits, DrawGameOver,
 };
 
