@@ -47,6 +47,16 @@ extern LocalizationCatalogRecord LocalizationCatalog;
 /// texts each frame and keep none.
 const std::string& LocalizedText(const char* key, const char* defaultText);
 
+/// A text of the game: its key, and what it says in English.
+struct GameText {
+    const char* Key;
+    const char* DefaultText;
+};
+
+inline const std::string& LocalizedText(const GameText& text) {
+    return LocalizedText(text.Key, text.DefaultText);
+}
+
 /// The language of exactly that code, or null. It lives until the catalog is loaded anew.
 const LanguageEntry* FindLanguage(std::string_view code);
 

@@ -165,7 +165,7 @@ TEST_F(BindingTexts, NameNoActionOutsideTheTable) {
     EXPECT_EQ(ActionLabel(ControlsDevice::Keyboard, -1), "");
     EXPECT_EQ(ActionLabel(ControlsDevice::Gamepad, 10), "");
     EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, 10), "");
-    EXPECT_EQ(ActionLabel(static_cast<ControlsDevice>(3), 0), "");
+    EXPECT_EQ(ActionLabel(static_cast<ControlsDevice>(3), 0), "ROTATE LEFT") << "as a joystick";
 }
 
 TEST_F(BindingTexts, NameKeysInCapitals) {
