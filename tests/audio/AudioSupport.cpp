@@ -94,7 +94,7 @@ std::vector<float> Tone(const WavFormat& format, int frames, double hz, float am
 }
 
 Bytes WavFile(const WavFormat& format, std::span<const float> samples) {
-    constexpr std::uint32_t sampleBytes = 2;
+    const std::uint32_t sampleBytes = 2;
     const auto rate = static_cast<std::uint32_t>(format.Rate);
     const std::uint32_t frameBytes = static_cast<std::uint32_t>(format.Channels) * sampleBytes;
     const auto dataBytes = static_cast<std::uint32_t>(samples.size()) * sampleBytes;
@@ -141,7 +141,7 @@ MemoryEngine::MemoryEngine() {
 
 MemoryEngine::~MemoryEngine() { ShutdownAudio(Music, false); }
 
-std::vector<float> MemoryEngine::Play(int frames) {
+std::vector<float> MemoryEngine::Play(int frames) const {
     std::vector<float> samples(static_cast<std::size_t>(frames) * 2);
     MIX_Generate(Music.Mixer.get(), samples.data(),
                  static_cast<int>(samples.size() * sizeof(float)));

@@ -56,7 +56,7 @@ public:
     MemoryEngine& operator=(const MemoryEngine&) = delete;
     ~MemoryEngine();
 
-    std::vector<float> Play(int frames);
+    std::vector<float> Play(int frames) const;
 
     MusicRuntime Music;
 };

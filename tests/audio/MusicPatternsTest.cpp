@@ -63,7 +63,7 @@ TEST(DefaultMusic, IsTheBuiltInTable) {
         const char* Key;
         const char* Value;
     };
-    constexpr std::array<Entry, 17> expected = {{
+    const std::array<Entry, 17> expected = {{
         {"Music", "MenuPattern", "MENU"},
         {"Music", "GameplayPattern", "GAMEPLAY"},
         {"Music", "GameOverPattern", "GAMEOVER"},
