@@ -118,7 +118,7 @@ bool BeginsWithSound(MIX_Audio* audio) {
     if (track == nullptr || !MIX_SetTrackAudio(track, audio) || !MIX_PlayTrack(track, 0)) {
         return false;
     }
-    std::array<float, 64> start{};
+    std::array<float, 2048> start{}; // As much as devices usually ask for.
     MIX_Generate(mixer.get(), start.data(), sizeof(start));
     return MIX_GetTrackPlaybackPosition(track) > 0 ||
            SDL_SetError("There is no sound at its beginning");

@@ -20,11 +20,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <cstring>
-#include <functional>
-#include <thread>
 #include <utility>
 
 namespace Wirefall {
@@ -37,6 +33,7 @@ using Testing::FailingCall;
 using Testing::InjectedError;
 using Testing::ScopedBasePath;
 using Testing::ScopedVariable;
+using Testing::WaitUntil;
 
 using Lines = std::vector<std::string>;
 
@@ -48,19 +45,6 @@ const std::string ConfigFailed =
     "tracks; using built-in defaults";
 
 std::string Failed(const std::string& what) { return what + ": " + InjectedError; }
-
-// The mixer has a thread of its own, so some things take their time. Bounded only so that a test
-// that hangs comes to an end.
-bool WaitUntil(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
 
 class Engine : public testing::Test {
 protected:

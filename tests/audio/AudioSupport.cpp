@@ -7,12 +7,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <complex>
 #include <cstdint>
 #include <cstdlib>
 #include <numbers>
 #include <stdexcept>
+#include <thread>
 
 namespace Wirefall::Testing {
 
@@ -167,6 +169,17 @@ float PeakOf(std::span<const float> samples) {
 double DominantFrequency(std::span<const float> samples, int rate) {
     const double coarse = Strongest(samples, rate, 50.0, 2000.0, 5.0);
     return Strongest(samples, rate, coarse - 6.0, coarse + 6.0, 0.1);
+}
+
+bool WaitUntil(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 void InstallInfectedRun(int infected) {
