@@ -3,6 +3,8 @@
 #include "app/InputPump.h"
 #include "app/ScreenFlow.h"
 #include "app/WindowTitle.h"
+#include "audio/MusicPlayer.h"
+#include "audio/SoundEffects.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
