@@ -23,6 +23,13 @@ constexpr std::int32_t LanguageRow = 5;
 
 // No language files lie beside this program, so the built-in languages serve: English and German.
 class AudioEditTest : public testing::Test {
+public:
+    AudioEditTest(const AudioEditTest&) = delete;
+    AudioEditTest(AudioEditTest&&) = delete;
+    AudioEditTest& operator=(const AudioEditTest&) = delete;
+    AudioEditTest& operator=(AudioEditTest&&) = delete;
+    ~AudioEditTest() override { LocalizationCatalog = {}; }
+
 protected:
     AudioEditTest() {
         testing::internal::CaptureStdout(); // velINI tells there of files that are not
@@ -30,8 +37,6 @@ protected:
         testing::internal::GetCapturedStdout();
         BeginAudioEdit(App);
     }
-    ~AudioEditTest() override { LocalizationCatalog = {}; }
-
     void Adjust(std::int32_t row, std::int32_t direction) {
         App.Rows.AudioRow = row;
         AdjustAudioRow(App, direction);

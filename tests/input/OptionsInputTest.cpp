@@ -70,6 +70,13 @@ void LeavesThePage(GameApp& expected) { expected.OptionsPage = OptionsPage::Root
 
 // No display and no language files: the built-in lists serve.
 class OptionsInputTest : public testing::Test {
+public:
+    OptionsInputTest(const OptionsInputTest&) = delete;
+    OptionsInputTest(OptionsInputTest&&) = delete;
+    OptionsInputTest& operator=(const OptionsInputTest&) = delete;
+    OptionsInputTest& operator=(OptionsInputTest&&) = delete;
+    ~OptionsInputTest() override { LocalizationCatalog = {}; }
+
 protected:
     OptionsInputTest() {
         Quietly([this] { LoadLocalization(App); });
@@ -77,7 +84,6 @@ protected:
         App.OptionsReturnScreen = AppScreen::Pause;
         RefreshDisplayModes(App, nullptr);
     }
-    ~OptionsInputTest() override { LocalizationCatalog = {}; }
 
     // velINI tells on the standard output of files that are not there.
     static void Quietly(const std::function<void()>& run) {
