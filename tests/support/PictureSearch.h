@@ -26,13 +26,14 @@ inline std::ostream& operator<<(std::ostream& out, const PixelBox& box) {
                << '}';
 }
 
-/// The smallest box around the pixels of that colour between the rows `top` and `bottom`; nothing
-/// when there are none.
+/// The smallest box around the pixels of that colour within `area`; nothing when there are none.
 inline std::optional<PixelBox> BoxOfColor(const Picture& picture, const Rgb& color,
-                                          std::int32_t top, std::int32_t bottom) {
+                                          const PixelBox& area) {
     std::optional<PixelBox> box;
-    for (std::int32_t y = std::max(top, 0); y <= std::min(bottom, picture.Height - 1); ++y) {
-        for (std::int32_t x = 0; x < picture.Width; ++x) {
+    for (std::int32_t y = std::max(area.Top, 0); y <= std::min(area.Bottom, picture.Height - 1);
+         ++y) {
+        for (std::int32_t x = std::max(area.Left, 0); x <= std::min(area.Right, picture.Width - 1);
+             ++x) {
             if (picture.At(x, y) == color) {
                 box = box ? PixelBox{std::min(box->Left, x), box->Top, std::max(box->Right, x), y}
                           : PixelBox{x, y, x, y};
@@ -42,6 +43,13 @@ inline std::optional<PixelBox> BoxOfColor(const Picture& picture, const Rgb& col
     return box;
 }
 
+/// The same between two rows.
+inline std::optional<PixelBox> BoxOfColor(const Picture& picture, const Rgb& color,
+                                          std::int32_t top, std::int32_t bottom) {
+    return BoxOfColor(picture, color, {0, top, picture.Width - 1, bottom});
+}
+
+/// The same in the whole picture.
 inline std::optional<PixelBox> BoxOfColor(const Picture& picture, const Rgb& color) {
     return BoxOfColor(picture, color, 0, picture.Height - 1);
 }
