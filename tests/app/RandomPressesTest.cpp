@@ -258,16 +258,11 @@ bool KeepsWhatIsApplied(const GameApp& app, const Applied& applied) {
 }
 
 class RandomPresses : public testing::Test {
-protected:
-    RandomPresses() {
-        SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD);
-        SDL_SetLogPriorities(SDL_LOG_PRIORITY_WARN);
-        FreezeClock(Now);
-        Window = MakeWindow(1280, 720);
-        Canvas.emplace(Testing::CanvasSize{.SurfaceWidth = 320, .SurfaceHeight = 180});
-        G.Window = Window.get();
-        G.Renderer = Canvas->Renderer();
-    }
+public:
+    RandomPresses(const RandomPresses&) = delete;
+    RandomPresses(RandomPresses&&) = delete;
+    RandomPresses& operator=(const RandomPresses&) = delete;
+    RandomPresses& operator=(RandomPresses&&) = delete;
     ~RandomPresses() override {
         CloseControllers(G.Controllers);
         Pad.reset();
@@ -278,6 +273,16 @@ protected:
         ResumeClock();
     }
 
+protected:
+    RandomPresses() {
+        SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD);
+        SDL_SetLogPriorities(SDL_LOG_PRIORITY_WARN);
+        FreezeClock(Now);
+        Window = MakeWindow(1280, 720);
+        Canvas.emplace(Testing::CanvasSize{.SurfaceWidth = 320, .SurfaceHeight = 180});
+        G.Window = Window.get();
+        G.Renderer = Canvas->Renderer();
+    }
     // A fresh record on some screen, with the game in a state that belongs to it.
     void Begin(Dice& dice) {
         GameApp& app = G.App;

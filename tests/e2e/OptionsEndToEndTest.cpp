@@ -17,6 +17,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Wirefall::Testing {
@@ -27,7 +28,8 @@ namespace {
 class OptionsWalk {
 public:
     /// Opens the Options from the main menu.
-    explicit OptionsWalk(GameSession& game, const GameApp& fresh = {}) : Game(game), Shown(fresh) {
+    explicit OptionsWalk(GameSession& game, GameApp fresh = {})
+        : Game(game), Shown(std::move(fresh)) {
         Shown.Screen = AppScreen::Options;
         Game.SelectMenuRow(MenuRow::Options);
         Do({"Return"}, "the root page", [](GameApp&) {});
