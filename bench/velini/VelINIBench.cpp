@@ -167,6 +167,9 @@ void MemoryOfDocument(benchmark::State& state) {
 }
 BENCHMARK(MemoryOfDocument)->Unit(benchmark::kMillisecond);
 
+/// Long enough for an undisturbed round of either length on a machine that has other work too.
+constexpr double GrowthSeconds = 5.0;
+
 /// Ten times the lines should take about ten times as long.
 void Growth(benchmark::State& state, std::string (*makeText)(std::size_t)) {
     constexpr std::size_t FewLines = 10'000;
@@ -193,11 +196,20 @@ void Growth(benchmark::State& state, std::string (*makeText)(std::size_t)) {
     state.counters["read_growth"] = readMany.Seconds() / readFew.Seconds();
     state.counters["write_growth"] = writeMany.Seconds() / writeFew.Seconds();
 }
-BENCHMARK_CAPTURE(Growth, Keys, velINI::Testing::MakeKeys)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Growth, Sections, velINI::Testing::MakeSections)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Growth, Comments, velINI::Testing::MakeComments)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Growth, Keys, velINI::Testing::MakeKeys)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(GrowthSeconds);
+BENCHMARK_CAPTURE(Growth, Sections, velINI::Testing::MakeSections)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(GrowthSeconds);
+BENCHMARK_CAPTURE(Growth, Comments, velINI::Testing::MakeComments)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(GrowthSeconds);
 BENCHMARK_CAPTURE(Growth, BlankLines, velINI::Testing::MakeBlankLines)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Growth, Elements, velINI::Testing::MakeElements)->Unit(benchmark::kMillisecond);
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(GrowthSeconds);
+BENCHMARK_CAPTURE(Growth, Elements, velINI::Testing::MakeElements)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(GrowthSeconds);
 
 } // namespace

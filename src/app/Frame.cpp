@@ -3,6 +3,8 @@
 #include "app/InputPump.h"
 #include "app/ScreenFlow.h"
 #include "app/WindowTitle.h"
+#include "audio/MusicPlayer.h"
+#include "audio/SoundEffects.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
@@ -19,6 +21,7 @@
 #include "ui/HudHints.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
+#include "ui/OptionsScreen.h"
 #include "ui/PauseScreen.h"
 #include "ui/Primitives.h"
 #include "ui/ResultScreens.h"
@@ -72,7 +75,7 @@ void DrawPlaying(const Game& game) {
 
 void DrawMenu(const Game& game) { DrawMainMenu(game.Renderer, game.App); }
 
-void DrawNothing(const Game& /*game*/) {}
+void DrawOptions(const Game& game) { DrawOptionsScreen(game.Renderer, game.App, game.Controllers); }
 
 void DrawHelp(const Game& game) { DrawHelpScreen(game.Renderer, game.App, game.Controllers); }
 
@@ -92,7 +95,7 @@ using ScreenDrawer = void (*)(const Game& game);
 
 // By AppScreen.
 constexpr std::array<ScreenDrawer, 8> ScreenDrawers = {
-    DrawMenu,          DrawNothing, DrawHelp,    DrawPlaying,
+    DrawMenu,          DrawOptions, DrawHelp,    DrawPlaying,
     DrawLevelComplete, DrawPause,   DrawCredits, DrawGameOver,
 };
 

@@ -5,7 +5,7 @@
 // the process, apart from the live run and the few caches of the drawing code.
 
 #include "app/GameApp.h"
-#include "audio/AudioEngine.h"
+#include "audio/MusicRuntime.h"
 #include "input/ControllerSet.h"
 
 #include <SDL3/SDL_render.h>

@@ -3,6 +3,8 @@
 #include "app/GameApp.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
+#include "input/OptionsInput.h"
+#include "input/PressMeaning.h"
 #include "persist/SaveState.h"
 #include "sim/RunCommands.h"
 #include "sim/Simulation.h"
@@ -16,22 +18,6 @@
 namespace Wirefall {
 
 namespace {
-
-bool IsAction(const GameApp& app, PressCode code, InputAction action) {
-    return code == app.KeyboardBindings[ActionIndex(action)];
-}
-
-bool IsUp(const GameApp& app, PressCode code) {
-    return code == Press::Up || IsAction(app, code, InputAction::CursorUp);
-}
-
-bool IsDown(const GameApp& app, PressCode code) {
-    return code == Press::Down || IsAction(app, code, InputAction::CursorDown);
-}
-
-bool IsConfirm(PressCode code) { return code == Press::Confirm || code == Press::KeypadConfirm; }
-
-bool IsBack(PressCode code) { return code == Press::Back; }
 
 void ShowPlaying(GameApp& app) {
     app.Screen = AppScreen::Playing;
@@ -112,10 +98,10 @@ constexpr std::array<RowAction, 4> PauseActions = {
 void PressInMenu(GameApp& app, PressCode code, std::span<const RowAction> actions,
                  std::int32_t& selection, RowAction back) {
     const auto rows = static_cast<std::int32_t>(actions.size());
-    if (IsUp(app, code)) {
+    if (IsUp(app.KeyboardBindings, code)) {
         EnqueueSound(app, SoundEvent::UiMove);
         selection = (rows + selection - 1) % rows;
-    } else if (IsDown(app, code)) {
+    } else if (IsDown(app.KeyboardBindings, code)) {
         EnqueueSound(app, SoundEvent::UiMove);
         selection = (selection + 1) % rows;
     } else if (IsBack(code)) {
@@ -170,7 +156,8 @@ void PressOnPlaying(GameApp& app, PressCode code) {
     }
     const auto row =
         std::find_if(PlayRows.begin(), PlayRows.end(), [&app, code](const PlayRow& candidate) {
-            return code == candidate.FixedCode || IsAction(app, code, candidate.Action);
+            return code == candidate.FixedCode ||
+                   IsBoundTo(app.KeyboardBindings, code, candidate.Action);
         });
     if (row != PlayRows.end()) {
         EnqueueSound(app, row->Sound);
@@ -212,21 +199,6 @@ void PressOnLevelComplete(GameApp& app, PressCode code) {
 void PressOnGameOver(GameApp& app, PressCode code) {
     PressToLeave(app, code, SoundEvent::UiConfirm, ShowMainMenu);
 }
-
-void PressOnOptions(GameApp& app, PressCode code) {
-    if (IsBack(code)) {
-        EnqueueSound(app, SoundEvent::UiBack);
-        app.Screen = app.OptionsReturnScreen;
-    }
-}
-
-using ScreenHandler = void (*)(GameApp& app, PressCode code);
-
-// By AppScreen.
-constexpr std::array<ScreenHandler, 8> ScreenHandlers = {
-    PressOnMainMenu,      PressOnOptions, PressOnHelp,    PressOnPlaying,
-    PressOnLevelComplete, PressOnPause,   PressOnCredits, PressOnGameOver,
-};
 
 // What both transitions out of play do with the run's last status.
 void KeepFinalSnapshot(GameApp& app, const RunSnapshot& snapshot) {
@@ -278,12 +250,36 @@ void CaptureRunSnapshot(GameApp& app) {
     app.PreviousSnapshotValid = true;
 }
 
-void DispatchPress(GameApp& app, SDL_Window* /*window*/, SDL_Renderer* /*renderer*/,
-                   PressCode code) {
+void DispatchPress(GameApp& app, SDL_Window* window, SDL_Renderer* renderer, PressCode code) {
     if (app.QuitRequested || code == Press::None || code > MaxScancode) {
         return;
     }
-    ScreenHandlers[static_cast<std::size_t>(app.Screen)](app, code);
+    switch (app.Screen) {
+    case AppScreen::MainMenu:
+        PressOnMainMenu(app, code);
+        break;
+    case AppScreen::Options:
+        PressOnOptions(app, window, renderer, code);
+        break;
+    case AppScreen::Help:
+        PressOnHelp(app, code);
+        break;
+    case AppScreen::Playing:
+        PressOnPlaying(app, code);
+        break;
+    case AppScreen::LevelComplete:
+        PressOnLevelComplete(app, code);
+        break;
+    case AppScreen::Pause:
+        PressOnPause(app, code);
+        break;
+    case AppScreen::Credits:
+        PressOnCredits(app, code);
+        break;
+    case AppScreen::GameOver:
+        PressOnGameOver(app, code);
+        break;
+    }
 }
 
 } // namespace Wirefall

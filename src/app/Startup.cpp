@@ -2,6 +2,8 @@
 #include "app/ScreenFlow.h"
 #include "app/SessionLog.h"
 #include "app/WindowTitle.h"
+#include "audio/AudioEngine.h"
+#include "audio/MusicPlayer.h"
 #include "base/Clock.h"
 #include "display/Aspect.h"
 #include "display/DisplayModes.h"

@@ -1,29 +1,22 @@
 #pragma once
 
-// The audio engine: started once before the first frame, asked once a frame to follow the game, and
-// stopped after the last. The game runs on without a sound where it cannot start.
+// The start and the end of the audio engine. It is started once, before the first frame, and
+// stopped after the last; in between MusicPlayer.h moves the music once a frame and SoundEffects.h
+// plays what SoundQueue.h has gathered. Where it cannot start the game runs on without a sound.
 
-#include "persist/GameOptions.h"
+#include "audio/MusicRuntime.h"
 
 namespace Wirefall {
 
-struct GameApp;
+struct GameOptions;
 
-/// The engine's record, owned by the game for the life of the process.
-struct MusicRuntime {
-    bool Ready = false; ///< The engine has started.
-};
-
-/// Starts the engine. False when there is none to be had; the game goes on silent then.
+/// Starts the engine: the mixer, the effects and the music, none of it playing yet. False, logged
+/// and with nothing left behind, when there is no device, no music track or no gain to be had;
+/// everything else that fails is logged and missing. `music` must be as new or shut down.
 bool InitAudio(const GameOptions& options, MusicRuntime& music);
 
-/// Stops the engine, after a fade of the music if `fadeOut`.
+/// Takes everything down, whatever of it is up. With `fadeOut` music that plays fades away before,
+/// which blocks for little longer than FadeOutMs.
 void ShutdownAudio(MusicRuntime& music, bool fadeOut);
-
-/// Moves the music and the volumes towards what the game situation and the options want.
-void UpdateMusic(const GameApp& app, MusicRuntime& music);
-
-/// Plays the queued effects and empties the queue. Without an engine they are discarded, not kept.
-void DrainSoundQueue(GameApp& app, MusicRuntime& music);
 
 } // namespace Wirefall

@@ -22,6 +22,8 @@ enum class SoundEvent : std::uint8_t {
     GameOver,
 };
 
+inline constexpr std::size_t SoundEventCount = 11;
+
 /// How many events one frame can queue; more are dropped.
 inline constexpr std::size_t SoundQueueCapacity = 64;
 

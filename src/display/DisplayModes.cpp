@@ -47,13 +47,6 @@ constexpr std::array<Resolution, 18> WidescreenResolutions = {{
     {5120, 1440},
 }};
 
-std::span<const Resolution> OfferedResolutions(const GameApp& app) {
-    if (app.Resolutions.empty()) {
-        return BuiltInResolutions(app.AspectMode);
-    }
-    return app.Resolutions;
-}
-
 std::int32_t ClampIndex(std::int32_t index, std::size_t count) {
     const auto last = static_cast<std::int64_t>(count) - 1;
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(index, 0, last));
@@ -118,6 +111,13 @@ std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode) {
         return ClassicResolutions;
     }
     return WidescreenResolutions;
+}
+
+std::span<const Resolution> OfferedResolutions(const GameApp& app) {
+    if (app.Resolutions.empty()) {
+        return BuiltInResolutions(app.AspectMode);
+    }
+    return app.Resolutions;
 }
 
 Resolution CurrentResolution(const GameApp& app) {

@@ -19,12 +19,15 @@ struct GameApp;
 /// The resolutions that serve while the display's are not known, ascending by width, then height.
 std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode);
 
-/// The chosen resolution: that at ResolutionIndex, clamped into Resolutions, or into the built-in
-/// table while that list is empty.
+/// What the player chooses from: Resolutions, or the built-in table while that list is empty. Never
+/// empty. Holds until Resolutions changes.
+std::span<const Resolution> OfferedResolutions(const GameApp& app);
+
+/// The chosen resolution: that at ResolutionIndex, clamped into the offered ones.
 Resolution CurrentResolution(const GameApp& app);
 
-/// Where the pair stands in Resolutions, or in the built-in table while that list is empty. When it
-/// is not there, or is not a size at all, `fallback` clamped into the list.
+/// Where the pair stands among the offered resolutions. When it is not there, or is not a size at
+/// all, `fallback` clamped into the list.
 std::int32_t FindResolutionIndex(const GameApp& app, std::int32_t width, std::int32_t height,
                                  std::int32_t fallback);
 

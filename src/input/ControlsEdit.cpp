@@ -23,6 +23,22 @@ bool ControlsEditIsDirty(const GameApp& app) {
                                  edit.PendingDevice != app.ControlsDevice);
 }
 
+void ResetControlsEdit(GameApp& app) {
+    app.ControlsEdit = PendingControls{.PendingValid = app.ControlsEdit.PendingValid};
+}
+
+void ApplyControlsEdit(GameApp& app) {
+    if (ControlsEditIsDirty(app)) {
+        const PendingControls& edit = app.ControlsEdit;
+        app.KeyboardBindings = edit.PendingKeyboard;
+        app.GamepadBindings = edit.PendingGamepad;
+        app.JoystickBindings = edit.PendingJoystick;
+        app.ControlsDevice = edit.PendingDevice;
+        app.OptionsDirty = true;
+    }
+    BeginControlsEdit(app);
+}
+
 KeyboardTable& EditedKeyboardTable(GameApp& app) {
     return app.ControlsEdit.PendingValid ? app.ControlsEdit.PendingKeyboard : app.KeyboardBindings;
 }

@@ -15,6 +15,13 @@ void BeginControlsEdit(GameApp& app);
 /// Whether the working copy differs from the live bindings. False while there is none.
 bool ControlsEditIsDirty(const GameApp& app);
 
+/// Sets the working copy to the factory settings, all devices.
+void ResetControlsEdit(GameApp& app);
+
+/// If the working copy has changes, makes it the live bindings and asks for them to be saved.
+/// Begins the edit anew in any case.
+void ApplyControlsEdit(GameApp& app);
+
 /// The table that edits go to: the working copy's, or the live one while there is no copy.
 KeyboardTable& EditedKeyboardTable(GameApp& app);
 GamepadTable& EditedGamepadTable(GameApp& app);

@@ -111,12 +111,6 @@ void ReadWord(const velINIStream& document, std::string_view section, std::strin
     }
 }
 
-std::string NormalisedLanguage(std::string_view text) {
-    std::string language = ToLowerCopy(text);
-    std::erase_if(language, [](unsigned char c) { return std::isspace(c) != 0; });
-    return language.empty() ? DefaultLanguage : language;
-}
-
 template <typename Table>
 void ReadBindings(const velINIStream& document, std::string_view section,
                   const BindingLimits& limits, Table& bindings) {
@@ -143,8 +137,7 @@ void ReadResolution(const velINIStream& document, GameApp& app) {
         ConfigInt(document, GraphicsSection, "ResolutionHeight", present.Height)};
     if (read.Height >= 1 && read.Width >= MinimumWidth &&
         IsResolutionAllowed(app.AspectMode, read.Width, read.Height)) {
-        const std::span<const Resolution> offered =
-            app.Resolutions.empty() ? BuiltInResolutions(app.AspectMode) : app.Resolutions;
+        const std::span<const Resolution> offered = OfferedResolutions(app);
         if (std::ranges::find(offered, read) == offered.end()) {
             app.Resolutions.push_back(read);
         }
@@ -179,7 +172,7 @@ void ReadAudio(const velINIStream& document, GameOptions& options) {
 void ReadOptions(const velINIStream& document, GameApp& app) {
     ReadWord(document, OptionsSection, "ControlsDevice", DeviceWords, app.ControlsDevice);
     app.Language =
-        NormalisedLanguage(ConfigString(document, OptionsSection, "Language", app.Language));
+        NormalizeLanguageCode(ConfigString(document, OptionsSection, "Language", app.Language));
     ReadBindings(document, KeyboardSection, KeyboardLimits, app.KeyboardBindings);
     ReadBindings(document, GamepadSection, GamepadLimits, app.GamepadBindings);
     ReadBindings(document, JoystickSection, JoystickLimits, app.JoystickBindings);
@@ -351,6 +344,12 @@ std::string ToLowerCopy(std::string_view text) {
     std::ranges::transform(lower, lower.begin(),
                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return lower;
+}
+
+std::string NormalizeLanguageCode(std::string_view code) {
+    std::string normal = ToLowerCopy(code);
+    std::erase_if(normal, [](unsigned char c) { return std::isspace(c) != 0; });
+    return normal.empty() ? DefaultLanguage : normal;
 }
 
 } // namespace Wirefall

@@ -47,4 +47,7 @@ bool ParseBool(std::string_view text, bool defaultValue);
 
 std::string ToLowerCopy(std::string_view text);
 
+/// A language code as it is kept: in lower case and without white space, "en" if nothing is left.
+std::string NormalizeLanguageCode(std::string_view code);
+
 } // namespace Wirefall

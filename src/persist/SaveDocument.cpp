@@ -222,18 +222,6 @@ bool ReadMember(TaggedReader& reader, const TaggedValue& array, std::vector<Reco
     return true;
 }
 
-// The next pair of an object, with a string for a key. False at the End of the object, and also
-// when the data has run out: a pair behind which nothing stands, not even the End, is of no use.
-bool NextNamedMember(TaggedReader& reader, const TaggedValue& object, TaggedValue& key,
-                     TaggedValue& value) {
-    do {
-        if (!reader.NextMember(object, key, value) || reader.Position >= reader.Size) {
-            return false;
-        }
-    } while (key.Tag != TagKind::String);
-    return true;
-}
-
 template <typename Record>
 bool ReadRecord(TaggedReader& reader, const TaggedValue& object, Record& record) {
     if (object.Tag != TagKind::Object) {
@@ -241,15 +229,19 @@ bool ReadRecord(TaggedReader& reader, const TaggedValue& object, Record& record)
     }
     constexpr auto& Table = Members<Record>;
     std::bitset<Table.size()> seen;
-    TaggedValue key;
+    const auto* expected = Table.begin(); // The usual file has the members in the table's order.
+    std::string_view name;
     TaggedValue value;
-    while (NextNamedMember(reader, object, key, value)) {
-        const auto& name = std::get<std::string>(key.Value);
-        const auto* const member = std::ranges::find(Table, name, &Member<Record>::Key);
+    while (reader.NextNamedMember(object, name, value) == MemberStep::Pair) {
+        const auto* member = expected;
+        if (member == Table.end() || member->Key != name) {
+            member = std::ranges::find(Table, name, &Member<Record>::Key);
+        }
         if (member != Table.end()) {
             seen[static_cast<std::size_t>(member - Table.begin())] =
                 std::visit([&](auto field) { return ReadMember(reader, value, record.*field); },
                            member->Field);
+            expected = member + 1;
         }
     }
     return seen.all();
@@ -278,10 +270,10 @@ SavedGame ReadSavedGame(TaggedReader& reader) {
     if (!saved.RootIsObject) {
         return saved;
     }
-    TaggedValue key;
+    std::string_view name;
     TaggedValue value;
-    while (NextNamedMember(reader, root, key, value)) {
-        const auto& name = std::get<std::string>(key.Value);
+    MemberStep step = MemberStep::Pair;
+    while ((step = reader.NextNamedMember(root, name, value)) == MemberStep::Pair) {
         if (name == "HasRunState") {
             bool flag = false;
             saved.HasRunState = ReadAsBool(value, flag) && flag;
@@ -290,7 +282,7 @@ SavedGame ReadSavedGame(TaggedReader& reader) {
             saved.RunIsGood = ReadRecord(reader, value, saved.Run) && MeetsLimits(saved.Run);
         }
     }
-    const bool ended = key.Tag == TagKind::End;
+    const bool ended = step == MemberStep::End;
     saved.Complete = ended && !reader.Failed;
     saved.RunIsGood = saved.RunIsGood && ended;
     return saved;

@@ -31,13 +31,6 @@ constexpr std::string_view Separators = "/\\";
 
 using Bytes = std::vector<std::uint8_t>;
 
-std::string WithSeparator(std::string folder) {
-    if (Separators.find(folder.back()) == std::string_view::npos) {
-        folder += '/';
-    }
-    return folder;
-}
-
 // SDL's own storage does not look at what happens when it closes the file, so a disk that has no
 // room for the last bytes shows only in the size.
 bool WriteStorageFile(SDL_Storage* storage, const std::string& storageName,
@@ -170,6 +163,13 @@ void RemoveLocalFile(const std::string& localPath) {
     if (SDL_GetPathInfo(localPath.c_str(), &info) && info.type != SDL_PATHTYPE_DIRECTORY) {
         SDL_RemovePath(localPath.c_str());
     }
+}
+
+std::string WithSeparator(std::string folder) {
+    if (Separators.find(folder.back()) == std::string_view::npos) {
+        folder += '/';
+    }
+    return folder;
 }
 
 bool IsSafeRelativePath(const std::string& path) {

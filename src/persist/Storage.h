@@ -69,6 +69,9 @@ bool CopyUserFileToLocal(const std::string& storageName, const std::string& loca
 /// Removes a temporary file if it is there. A folder of that name stays.
 void RemoveLocalFile(const std::string& localPath);
 
+/// The folder with a slash behind it if it has none of either kind yet. It must not be empty.
+std::string WithSeparator(std::string folder);
+
 /// Whether a path that stands in a data file stays within the data folder: relative, no drive, no
 /// colon anywhere, and no segment that is "." or "..". Both kinds of slash divide segments, and
 /// empty segments are fine.

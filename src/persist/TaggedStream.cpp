@@ -63,6 +63,15 @@ FileHandle OpenToWrite(const std::string& path) {
 }
 #endif
 
+// Little endian, whatever the machine is.
+template <typename Number>
+void StoreNumber(Number number, char* destination) {
+    const auto bits = std::bit_cast<UnsignedOfSize<sizeof(Number)>>(number);
+    for (std::size_t i = 0; i < sizeof(Number); ++i) {
+        destination[i] = static_cast<char>(bits >> (8 * i));
+    }
+}
+
 template <typename Alternative>
 std::optional<Alternative> Exact(const TaggedValue& value) {
     const auto* const held = std::get_if<Alternative>(&value.Value);
@@ -194,9 +203,12 @@ void TaggedWriter::WriteValue(const TaggedValue& value) {
     case TagKind::Double:
         PutNumber(std::get<double>(value.Value));
         break;
-    case TagKind::String:
-        PutText(std::get<std::string>(value.Value));
+    case TagKind::String: {
+        const auto& text = std::get<std::string>(value.Value);
+        PutNumber(static_cast<std::uint32_t>(text.size()));
+        Put(text);
         break;
+    }
     default:
         break;
     }
@@ -208,14 +220,11 @@ void TaggedWriter::BeginObject() { PutTag(TagKind::Object); }
 
 void TaggedWriter::EndContainer() { PutTag(TagKind::End); }
 
-void TaggedWriter::WriteInt32(std::int32_t value) {
-    PutTag(TagKind::Int32);
-    PutNumber(value);
-}
+void TaggedWriter::WriteInt32(std::int32_t value) { PutTagged(TagKind::Int32, value); }
 
 void TaggedWriter::WriteString(std::string_view text) {
-    PutTag(TagKind::String);
-    PutText(text);
+    PutTagged(TagKind::String, static_cast<std::uint32_t>(text.size()));
+    Put(text);
 }
 
 void TaggedWriter::WriteMemberInt32(std::string_view key, std::int32_t value) {
@@ -225,31 +234,29 @@ void TaggedWriter::WriteMemberInt32(std::string_view key, std::int32_t value) {
 
 void TaggedWriter::WriteMemberUInt64(std::string_view key, std::uint64_t value) {
     WriteString(key);
-    PutTag(TagKind::UInt64);
-    PutNumber(value);
+    PutTagged(TagKind::UInt64, value);
 }
 
 void TaggedWriter::WriteMemberBool(std::string_view key, bool value) {
     WriteString(key);
-    PutTag(TagKind::Bool);
-    PutNumber(static_cast<std::uint8_t>(value));
+    PutTagged(TagKind::Bool, static_cast<std::uint8_t>(value));
 }
 
 void TaggedWriter::PutTag(TagKind tag) { PutNumber(static_cast<std::uint8_t>(tag)); }
 
 template <typename Number>
 void TaggedWriter::PutNumber(Number number) {
-    const auto bits = std::bit_cast<UnsignedOfSize<sizeof(Number)>>(number);
     std::array<char, sizeof(Number)> bytes{};
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<char>(bits >> (8 * i));
-    }
+    StoreNumber(number, bytes.data());
     Put({bytes.data(), bytes.size()});
 }
 
-void TaggedWriter::PutText(std::string_view text) {
-    PutNumber(static_cast<std::uint32_t>(text.size()));
-    Put(text);
+// In one piece, for speed.
+template <typename Number>
+void TaggedWriter::PutTagged(TagKind tag, Number number) {
+    std::array<char, 1 + sizeof(Number)> bytes{static_cast<char>(tag)};
+    StoreNumber(number, bytes.data() + 1);
+    Put({bytes.data(), bytes.size()});
 }
 
 void TaggedWriter::Put(std::string_view bytes) {
@@ -340,6 +347,24 @@ bool TaggedReader::NextMember(const TaggedValue& parent, TaggedValue& key, Tagge
     return true;
 }
 
+MemberStep TaggedReader::NextNamedMember(const TaggedValue& parent, std::string_view& name,
+                                         TaggedValue& value) {
+    while (true) {
+        SkipTo(parent);
+        const bool named = ReadName(name);
+        if (!named && ReadValue().Tag == TagKind::End) {
+            return MemberStep::End;
+        }
+        ReadInto(value);
+        if (Position >= Size) {
+            return MemberStep::DataRanOut;
+        }
+        if (named) {
+            return MemberStep::Pair;
+        }
+    }
+}
+
 template <typename Number>
 bool TaggedReader::ReadNumber(Number& number) {
     const std::uint32_t start = Position;
@@ -368,17 +393,38 @@ bool TaggedReader::ReadNumberPayload(TaggedPayload& payload) {
     return true;
 }
 
-bool TaggedReader::ReadText(TaggedPayload& payload) {
+// The text where it lies in Buffer.
+bool TaggedReader::ReadText(std::string_view& text) {
     std::uint32_t length = 0;
     // The length is looked at before anything is allocated: a damaged one may say 4 GiB.
     if (!ReadNumber(length) || Size - Position < length) {
         return false;
     }
-    // A walk reads one key after the other into the same value, so their memory serves for all.
+    text = {reinterpret_cast<const char*>(Buffer.data()) + Position, length};
+    Position += length;
+    return true;
+}
+
+bool TaggedReader::ReadTextPayload(TaggedPayload& payload) {
+    std::string_view text;
+    if (!ReadText(text)) {
+        return false;
+    }
+    // A walk reads one text after the other into the same value, so their memory serves for all.
     auto* const held = std::get_if<std::string>(&payload);
-    std::string& text = held != nullptr ? *held : payload.emplace<std::string>();
-    text.resize(length);
-    return ReadBytes(text.data(), length);
+    (held != nullptr ? *held : payload.emplace<std::string>()) = text;
+    return true;
+}
+
+// A String, or nothing read.
+bool TaggedReader::ReadName(std::string_view& name) {
+    const std::uint32_t start = Position;
+    TagKind tag = TagKind::None;
+    if (ReadBytes(&tag, 1) && tag == TagKind::String && ReadText(name)) {
+        return true;
+    }
+    Position = start;
+    return false;
 }
 
 // The value may hold anything before.
@@ -409,7 +455,7 @@ bool TaggedReader::ReadPayload(TaggedValue& value) {
     case TagKind::Double:
         return ReadNumberPayload<double>(value.Value);
     case TagKind::String:
-        return ReadText(value.Value);
+        return ReadTextPayload(value.Value);
     case TagKind::Array:
     case TagKind::Object:
         value.Depth = ++Depth;

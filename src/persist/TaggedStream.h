@@ -114,7 +114,8 @@ private:
     void PutTag(TagKind tag);
     template <typename Number>
     void PutNumber(Number number);
-    void PutText(std::string_view text);
+    template <typename Number>
+    void PutTagged(TagKind tag, Number number);
     void Put(std::string_view bytes);
     void Flush();
 
@@ -122,6 +123,9 @@ private:
     std::string Pending; ///< Written, but not yet handed to the file.
     bool Failed = false;
 };
+
+/// What a step of a walk through an object came to.
+enum class MemberStep : std::uint8_t { Pair, End, DataRanOut };
 
 /// Reads a stream from memory. A read that fails gives a value with the tag None and does not try
 /// to find its place again; the following byte is then taken for a tag, even if it was meant as
@@ -163,12 +167,20 @@ struct TaggedReader {
     /// anything; it is not looked at.
     bool NextMember(const TaggedValue& parent, TaggedValue& key, TaggedValue& value);
 
+    /// NextMember for those who want the pairs with a String for a key and no others, and who check
+    /// for data that runs out: a pair behind which nothing stands, not even the End, is of no use.
+    /// `name` is the key where it lies in Buffer; it means something only with a Pair.
+    MemberStep NextNamedMember(const TaggedValue& parent, std::string_view& name,
+                               TaggedValue& value);
+
 private:
     template <typename Number>
     bool ReadNumber(Number& number);
     template <typename Number>
     bool ReadNumberPayload(TaggedPayload& payload);
-    bool ReadText(TaggedPayload& payload);
+    bool ReadText(std::string_view& text);
+    bool ReadTextPayload(TaggedPayload& payload);
+    bool ReadName(std::string_view& name);
     bool ReadPayload(TaggedValue& value);
     void ReadInto(TaggedValue& value);
     void SkipTo(const TaggedValue& parent);

@@ -1,24 +1,19 @@
 #include "ui/BindingLabels.h"
 
+#include "input/BindingRows.h"
 #include "ui/Localization.h"
 
 #include <SDL3/SDL_gamepad.h>
 #include <SDL3/SDL_keyboard.h>
 
 #include <array>
-#include <cstddef>
-#include <span>
 
 namespace Wirefall {
 
 namespace {
 
-struct ActionName {
-    const char* Key;
-    const char* DefaultText;
-};
-
-constexpr std::array<ActionName, ActionCount> ActionNames = {{
+// By InputAction.
+constexpr std::array<GameText, ActionCount> ActionNames = {{
     {"Action.CursorUp", "CURSOR UP"},
     {"Action.CursorDown", "CURSOR DOWN"},
     {"Action.CursorLeft", "CURSOR LEFT"},
@@ -30,33 +25,6 @@ constexpr std::array<ActionName, ActionCount> ActionNames = {{
     {"Action.MenuConfirm", "MENU CONFIRM"},
     {"Action.MenuBack", "MENU BACK"},
 }};
-
-constexpr std::array<InputAction, ActionCount> ActionOrder = {
-    InputAction::CursorUp,    InputAction::CursorDown,  InputAction::CursorLeft,
-    InputAction::CursorRight, InputAction::RotateLeft,  InputAction::RotateRight,
-    InputAction::Place,       InputAction::FastForward, InputAction::MenuConfirm,
-    InputAction::MenuBack,
-};
-
-// A joystick's cursor actions have no rows, so its table ends with them.
-constexpr std::array<InputAction, ActionCount> JoystickOrder = {
-    InputAction::RotateLeft,  InputAction::RotateRight, InputAction::Place,
-    InputAction::FastForward, InputAction::MenuConfirm, InputAction::MenuBack,
-    InputAction::CursorUp,    InputAction::CursorDown,  InputAction::CursorLeft,
-    InputAction::CursorRight,
-};
-
-std::span<const InputAction> LabelOrder(ControlsDevice device) {
-    switch (device) {
-    case ControlsDevice::Keyboard:
-        return std::span(ActionOrder).first(KeyboardActionCount);
-    case ControlsDevice::Gamepad:
-        return ActionOrder;
-    case ControlsDevice::Joystick:
-        return JoystickOrder;
-    }
-    return {};
-}
 
 std::string UnboundText() { return LocalizedText("Controls.Unbound", "UNBOUND"); }
 
@@ -73,12 +41,8 @@ bool IsNamed(const char* name) { return name != nullptr && *name != '\0'; }
 } // namespace
 
 std::string ActionLabel(ControlsDevice device, std::int32_t index) {
-    const std::span<const InputAction> order = LabelOrder(device);
-    if (index < 0 || static_cast<std::size_t>(index) >= order.size()) {
-        return {};
-    }
-    const ActionName& name = ActionNames[ActionIndex(order[static_cast<std::size_t>(index)])];
-    return LocalizedText(name.Key, name.DefaultText);
+    const GameText* const name = ElementOfRow(ActionNames, RowsOf(device), index);
+    return name == nullptr ? std::string() : LocalizedText(*name);
 }
 
 std::string KeyboardBindingText(std::uint32_t scancode) {

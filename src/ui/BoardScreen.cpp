@@ -179,14 +179,13 @@ void DrawPackets(SDL_Renderer* renderer, const RunState& run, const BoardLayout&
 
 void DrawCursor(SDL_Renderer* renderer, const RunState& run, const BoardLayout& layout) {
     constexpr PackedColor Free = Rgba(0xeada96ff);
-    constexpr PackedColor Blocked = Rgba(0xe67e66ff);
     constexpr PackedColor PreviewShade = Rgba(0x0a181680);
     if (!InBounds(run, run.CursorX, run.CursorY)) {
         return;
     }
     const bool onEndpoint = IsEndpointCell(run, run.CursorX, run.CursorY);
     const SDL_FRect cell = CellRect(layout, run.CursorX, run.CursorY);
-    OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, onEndpoint ? Blocked : Free);
+    OutlineRect(renderer, cell.x, cell.y, cell.w, cell.h, onEndpoint ? Palette::Red : Free);
     if (!onEndpoint && !run.GameOver) {
         FillRect(renderer, cell.x + 2.0F, cell.y + 2.0F, cell.w - 4.0F, cell.h - 4.0F,
                  PreviewShade);

@@ -35,6 +35,8 @@ inline constexpr PackedColor NormalText = Rgba(0xaaccc0ff);
 inline constexpr PackedColor HintText = Rgba(0x70968aff);
 inline constexpr PackedColor Cyan = Rgba(0x54cee0ff);  ///< Headings, sources, the common pipe.
 inline constexpr PackedColor Green = Rgba(0x70f69eff); ///< The title, good values, sinks.
+inline constexpr PackedColor Red =
+    Rgba(0xe67e66ff); ///< Infection, the end of a run, what cannot be.
 inline constexpr PackedColor FrameLine = Rgba(0x2c6058ff);
 inline constexpr PackedColor Accent = Rgba(0x46847aff); ///< The stripe on top of panels.
 inline constexpr PackedColor PanelBody = Rgba(0x081614e6);

@@ -2,6 +2,7 @@
 
 #include "ui/BindingLabels.h"
 #include "ui/Localization.h"
+#include "ui/SharedTexts.h"
 #include "ui/Utf8.h"
 
 #include <SDL3/SDL_gamepad.h>
@@ -113,12 +114,12 @@ CommandHints BuildCommandHints(const GameApp& app, const ControllerSet& controll
     const InputDevice device = DeviceInHand(app, controllers);
     const BindingNames names(app, device);
     return {
-        .Move = LocalizedText("Hud.Command.Move", "MOVE") + " " + MoveKeys(app, device, names),
-        .Rotate = LocalizedText("Hud.Command.Rotate", "ROTATE") + " " +
-                  names.Of(InputAction::RotateLeft) + "/" + names.Of(InputAction::RotateRight),
-        .Place = LocalizedText("Hud.Command.Place", "PLACE") + " " + PlaceKeys(app, device, names),
-        .FastForward = LocalizedText("Hud.Command.FastForward", "FAST FORWARD") + " " +
-                       names.Of(InputAction::FastForward),
+        .Move = LocalizedText(Texts::MoveCommand) + " " + MoveKeys(app, device, names),
+        .Rotate = LocalizedText(Texts::RotateCommand) + " " + names.Of(InputAction::RotateLeft) +
+                  "/" + names.Of(InputAction::RotateRight),
+        .Place = LocalizedText(Texts::PlaceCommand) + " " + PlaceKeys(app, device, names),
+        .FastForward =
+            LocalizedText(Texts::FastForwardCommand) + " " + names.Of(InputAction::FastForward),
         .Menu =
             names.Of(InputAction::MenuBack) + " " + LocalizedText("Controller.Hint.Menu", "MENU"),
     };

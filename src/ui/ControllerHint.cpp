@@ -2,6 +2,7 @@
 
 #include "ui/BindingLabels.h"
 #include "ui/Localization.h"
+#include "ui/SharedTexts.h"
 
 #include <cstddef>
 
@@ -40,10 +41,8 @@ std::string BuildControllerHint(const GameApp& app, const ControllerSet& control
     if (words.Prefix.empty()) {
         return {};
     }
-    const std::string select(selectLabel.empty() ? LocalizedText("Controller.Hint.Select", "SELECT")
-                                                 : selectLabel);
-    const std::string back(backLabel.empty() ? LocalizedText("Controller.Hint.Back", "BACK")
-                                             : backLabel);
+    const std::string select(selectLabel.empty() ? LocalizedText(Texts::Select) : selectLabel);
+    const std::string back(backLabel.empty() ? LocalizedText(Texts::Back) : backLabel);
     const std::string between = select == back ? LocalizedText("Controller.Hint.Or", "OR") : select;
     return words.Prefix + " " + words.Confirm + " " + between + " " + words.Back + " " + back;
 }

@@ -9,7 +9,9 @@
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/NoteBox.h"
+#include "ui/Page.h"
 #include "ui/Primitives.h"
+#include "ui/SharedTexts.h"
 #include "ui/Text.h"
 #include "ui/TileArt.h"
 
@@ -25,31 +27,22 @@ namespace Wirefall {
 
 namespace {
 
-constexpr float PageX = 56.0F;
-constexpr float PageTop = 42.0F;
-constexpr float PageBottom = 678.0F;
 constexpr std::uint8_t TitleAlpha = 196;
 constexpr std::uint8_t FooterAlpha = 190;
 
 constexpr PackedColor SystemsAccent = Rgba(0x62e8a6ff);
-constexpr PackedColor RulesAccent = Rgba(0xe67e66ff);
 constexpr PackedColor ControlsAccent = Rgba(0xffd078ff);
 
 struct LegendEntry {
     TileType Type;
-    const char* Key;
-    const char* DefaultText;
+    GameText Word;
 };
 
 constexpr std::array<LegendEntry, 3> Legend = {{
-    {TileType::Firewall, "Help.Systems.Legend.Firewall", "FIREWALL"},
-    {TileType::Antivirus, "Help.Systems.Legend.Antivirus", "ANTIVIRUS"},
-    {TileType::Buffer, "Help.Systems.Legend.Buffer", "BUFFER"},
+    {TileType::Firewall, {"Help.Systems.Legend.Firewall", "FIREWALL"}},
+    {TileType::Antivirus, {"Help.Systems.Legend.Antivirus", "ANTIVIRUS"}},
+    {TileType::Buffer, {"Help.Systems.Legend.Buffer", "BUFFER"}},
 }};
-
-const std::string& TextOf(const LegendEntry& entry) {
-    return LocalizedText(entry.Key, entry.DefaultText);
-}
 
 using Paragraphs = std::vector<std::string>;
 
@@ -65,8 +58,7 @@ struct HelpTexts {
 HelpTexts CollectTexts(const GameApp& app, const ControllerSet& controllers) {
     const CommandHints hints = BuildCommandHints(app, controllers);
     const bool toPause = app.HelpReturnScreen == AppScreen::Pause;
-    const std::string& goal = toPause ? LocalizedText("Controller.Hint.PauseMenu", "PAUSE MENU")
-                                      : LocalizedText("Controller.Hint.MainMenu", "MAIN MENU");
+    const std::string& goal = LocalizedText(toPause ? Texts::PauseMenu : Texts::MainMenu);
     return {
         .Objective = {LocalizedText("Help.Objective.Line1",
                                     "ROUTE PACKETS FROM SOURCE TO DESTINATION"),
@@ -106,7 +98,7 @@ LegendLayout PlaceLegend(const UiMetrics& metrics, float panelWidth) {
     const float bodyHeight = TextHeight(metrics.BodyScale);
     std::int32_t widest = 0;
     for (const LegendEntry& entry : Legend) {
-        widest = std::max(widest, TextWidth(TextOf(entry), metrics.BodyScale));
+        widest = std::max(widest, TextWidth(LocalizedText(entry.Word), metrics.BodyScale));
     }
     LegendLayout legend;
     legend.IconSide = std::max(std::round(d(4.0F)) + bodyHeight, 20.0F);
@@ -129,7 +121,7 @@ void DrawLegend(SDL_Renderer* renderer, const UiMetrics& metrics, const LegendLa
         const auto index = static_cast<std::int32_t>(i);
         const auto column = static_cast<float>(index % legend.Columns);
         const auto row = static_cast<float>(index / legend.Columns);
-        const float x = PageX + d(16.0F) + column * legend.ColumnStride;
+        const float x = Page::X + d(16.0F) + column * legend.ColumnStride;
         const float rowTop = top + d(8.0F) + row * (legend.RowHeight + d(8.0F));
         const float iconX = std::round(x);
         const float iconY = std::round(rowTop + (legend.RowHeight - legend.IconSide) / 2.0F);
@@ -138,7 +130,7 @@ void DrawLegend(SDL_Renderer* renderer, const UiMetrics& metrics, const LegendLa
                          Palette::FrameLine);
         DrawTile(renderer, MakeTile(entry.Type, 0), iconX - 1.0F, iconY - 1.0F, side + 1.0F,
                  side + 1.0F);
-        const std::string& word = TextOf(entry);
+        const std::string& word = LocalizedText(entry.Word);
         DrawText(renderer, word, x + legend.IconSide + d(8.0F),
                  InkCenteredY(word, metrics.BodyScale, rowTop, legend.RowHeight), metrics.BodyScale,
                  Palette::NormalText);
@@ -147,10 +139,10 @@ void DrawLegend(SDL_Renderer* renderer, const UiMetrics& metrics, const LegendLa
 
 void DrawTitleBar(SDL_Renderer* renderer, const UiMetrics& metrics, float centerX, float panelWidth,
                   float height) {
-    DrawPanel(renderer, PageX, PageTop, panelWidth, height, Palette::Accent, TitleAlpha);
+    DrawPanel(renderer, Page::X, Page::Top, panelWidth, height, Palette::Accent, TitleAlpha);
     const std::string& title = LocalizedText("Help.Title", "HELP");
     DrawTextCentered(renderer, title, centerX,
-                     InkCenteredY(title, metrics.ScreenTitleScale, PageTop, height),
+                     InkCenteredY(title, metrics.ScreenTitleScale, Page::Top, height),
                      metrics.ScreenTitleScale, Palette::BrightText);
 }
 
@@ -162,7 +154,7 @@ void DrawHelpScreen(SDL_Renderer* renderer, const GameApp& app, const Controller
     const HelpTexts texts = CollectTexts(app, controllers);
     const auto width = static_cast<float>(LogicalWidth);
     const float centerX = width / 2.0F;
-    const float panelWidth = std::max(120.0F, width - 2.0F * PageX);
+    const float panelWidth = Page::WidthOn(width);
     const float half = (panelWidth - d(16.0F)) / 2.0F;
     const float gap = d(14.0F);
     const float hintHeight = TextHeight(metrics.HintScale);
@@ -180,9 +172,9 @@ void DrawHelpScreen(SDL_Renderer* renderer, const GameApp& app, const Controller
                                        MeasureNoteBox(boxes, texts.Controls, half));
     const float footerHeight =
         2.0F * gap + hintHeight + (texts.ControllerHint.empty() ? 0.0F : hintHeight + d(12.0F));
-    const float footerY = PageBottom - footerHeight;
+    const float footerY = Page::Bottom - footerHeight;
 
-    const float top = PageTop + titleHeight + d(24.0F);
+    const float top = Page::Top + titleHeight + d(24.0F);
     const float free = std::max(0.0F, footerY - d(18.0F) - top) -
                        (objectiveHeight + gap + systemsHeight + gap + lowerHeight);
     const float objectiveY = top + std::max(0.0F, free / 2.0F);
@@ -191,17 +183,17 @@ void DrawHelpScreen(SDL_Renderer* renderer, const GameApp& app, const Controller
 
     DrawBinaryRain(renderer, width, !app.QuitRequested);
     DrawTitleBar(renderer, metrics, centerX, panelWidth, titleHeight);
-    DrawNoteBox(boxes, PageX, objectiveY, panelWidth, objectiveHeight,
+    DrawNoteBox(boxes, Page::X, objectiveY, panelWidth, objectiveHeight,
                 LocalizedText("Help.Objective.Title", "OBJECTIVE"), Palette::Cyan, texts.Objective);
-    DrawNoteBox(boxes, PageX, systemsY, panelWidth, systemsHeight,
+    DrawNoteBox(boxes, Page::X, systemsY, panelWidth, systemsHeight,
                 LocalizedText("Help.Systems.Title", "SYSTEMS"), SystemsAccent, texts.Systems);
     DrawLegend(renderer, metrics, legend, systemsY + systemsHeight - legend.Height);
-    DrawNoteBox(boxes, PageX, lowerY, half, lowerHeight,
-                LocalizedText("Help.Progression.Title", "RUN RULES"), RulesAccent, texts.Rules);
-    DrawNoteBox(boxes, PageX + half + d(16.0F), lowerY, half, lowerHeight,
+    DrawNoteBox(boxes, Page::X, lowerY, half, lowerHeight,
+                LocalizedText("Help.Progression.Title", "RUN RULES"), Palette::Red, texts.Rules);
+    DrawNoteBox(boxes, Page::X + half + d(16.0F), lowerY, half, lowerHeight,
                 LocalizedText("Help.Controls.Title", "CONTROLS"), ControlsAccent, texts.Controls);
 
-    DrawPanel(renderer, PageX, footerY, panelWidth, footerHeight, Palette::Accent, FooterAlpha);
+    DrawPanel(renderer, Page::X, footerY, panelWidth, footerHeight, Palette::Accent, FooterAlpha);
     DrawTextCentered(renderer, texts.BackHint, centerX, footerY + gap, metrics.HintScale,
                      Palette::HintText);
     DrawTextCentered(renderer, texts.ControllerHint, centerX, footerY + gap + hintHeight + d(12.0F),

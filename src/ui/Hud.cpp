@@ -8,6 +8,7 @@
 #include "ui/HudHints.h"
 #include "ui/Localization.h"
 #include "ui/Primitives.h"
+#include "ui/SharedTexts.h"
 #include "ui/SpriteAtlas.h"
 #include "ui/Text.h"
 #include "ui/TileArt.h"
@@ -31,11 +32,9 @@ constexpr PackedColor BarBack = Rgba(0x162222ff);
 constexpr PackedColor BarLine = Rgba(0x4a706aff);
 constexpr PackedColor FailureBar = Rgba(0xe49268ff);
 constexpr PackedColor FailureText = Rgba(0xeeb27eff);
-constexpr PackedColor InfectionColor = Rgba(0xe67e66ff);
 
 struct Chip {
-    const char* Key;
-    const char* DefaultText;
+    GameText Label;
     PackedColor Fill;
     PackedColor Line;
     PackedColor Text;
@@ -43,25 +42,33 @@ struct Chip {
 };
 
 constexpr std::array<Chip, ChipCount> Chips = {{
-    {"Hud.OK", "OK", Rgba(0x143226ff), Rgba(0x4ea47aff), Palette::Green,
+    {{"Hud.OK", "OK"},
+     Rgba(0x143226ff),
+     Rgba(0x4ea47aff),
+     Palette::Green,
      &RunState::DeliveredPackets},
-    {"Hud.Lost", "LOST", Rgba(0x3a261aff), Rgba(0xbc8460ff), Rgba(0xf4c698ff),
+    {{"Hud.Lost", "LOST"},
+     Rgba(0x3a261aff),
+     Rgba(0xbc8460ff),
+     Rgba(0xf4c698ff),
      &RunState::LostPackets},
-    {"Hud.Bad", "BAD", Rgba(0x3c1e1eff), Rgba(0xc26868ff), Rgba(0xf8aaaaff),
+    {{"Hud.Bad", "BAD"},
+     Rgba(0x3c1e1eff),
+     Rgba(0xc26868ff),
+     Rgba(0xf8aaaaff),
      &RunState::CorruptedPackets},
 }};
 
 struct Command {
     std::int32_t Sprite;
-    const char* Key;
-    const char* DefaultText;
+    GameText Label;
 };
 
 constexpr std::array<Command, CommandRowCount> Commands = {{
-    {SpriteMove, "Hud.Command.Move", "MOVE"},
-    {SpriteRotate, "Hud.Command.Rotate", "ROTATE"},
-    {SpritePlace, "Hud.Command.Place", "PLACE"},
-    {SpriteFastForward, "Hud.Command.FastForward", "FAST FORWARD"},
+    {SpriteMove, Texts::MoveCommand},
+    {SpriteRotate, Texts::RotateCommand},
+    {SpritePlace, Texts::PlaceCommand},
+    {SpriteFastForward, Texts::FastForwardCommand},
 }};
 
 // The two measures of danger: what the bars show, and the counters behind the first.
@@ -118,9 +125,8 @@ void DrawLabel(const HudContext& context, std::string_view text, float y, std::i
     DrawText(context.Renderer, text, context.Layout.InnerX, y, scale, color);
 }
 
-void DrawTitle(const HudContext& context, const char* key, const char* defaultText, float y) {
-    DrawLabel(context, LocalizedText(key, defaultText), y, context.Layout.TitleScale,
-              Palette::BrightText);
+void DrawTitle(const HudContext& context, const GameText& title, float y) {
+    DrawLabel(context, LocalizedText(title), y, context.Layout.TitleScale, Palette::BrightText);
 }
 
 void DrawStatusLine(const HudContext& context, const std::string& text, float y,
@@ -139,7 +145,7 @@ void DrawBarValue(const HudContext& context, const std::string& text, float y) {
 
 void DrawStatusTexts(const HudContext& context, const RunState& run, const Danger& danger) {
     const HudLayout& hud = context.Layout;
-    DrawTitle(context, "Hud.Status", "STATUS", hud.StatusTitleY);
+    DrawTitle(context, {"Hud.Status", "STATUS"}, hud.StatusTitleY);
     DrawStatusLine(context, LocalizedText("Hud.Level", "LEVEL") + " " + std::to_string(run.Level),
                    hud.LevelY, Palette::NormalText);
     DrawStatusLine(context,
@@ -157,23 +163,23 @@ void DrawStatusTexts(const HudContext& context, const RunState& run, const Dange
                  std::to_string(danger.Failures) + "/" + std::to_string(run.FailureThreshold),
                  hud.FailureLabelY);
     DrawLabel(context, LocalizedText("Hud.VirusInfection", "VIRUS INFECTION"), hud.InfectionLabelY,
-              hud.TextScale, InfectionColor);
+              hud.TextScale, Palette::Red);
     const auto percent = static_cast<std::int32_t>(danger.InfectionFraction * 100.0F + 0.5F);
     DrawBarValue(context, std::to_string(percent) + "%", hud.InfectionLabelY);
 
     for (std::size_t i = 0; i < Chips.size(); ++i) {
         const Chip& chip = Chips[i];
         const std::string text =
-            LocalizedText(chip.Key, chip.DefaultText) + ": " + std::to_string(run.*chip.Counter);
+            LocalizedText(chip.Label) + ": " + std::to_string(run.*chip.Counter);
         DrawChipText(context, text, hud.InnerX, hud.ChipY[i], chip.Text, hud.ChipScale);
     }
 }
 
 void DrawCommands(const HudContext& context) {
-    DrawTitle(context, "Hud.Commands", "COMMANDS", context.Layout.CommandsTitleY);
+    DrawTitle(context, {"Hud.Commands", "COMMANDS"}, context.Layout.CommandsTitleY);
     for (std::size_t i = 0; i < Commands.size(); ++i) {
         const Command& command = Commands[i];
-        const std::string& label = LocalizedText(command.Key, command.DefaultText);
+        const std::string& label = LocalizedText(command.Label);
         DrawCommandRow(context, command.Sprite, static_cast<std::int32_t>(i), label,
                        StripLabelPrefix(HudHintLines()[i], label), Palette::BrightText);
     }
@@ -287,13 +293,13 @@ void DrawHud(SDL_Renderer* renderer, const BoardLayout& layout, const UiMetrics&
     DrawBox(context, hud.StatusY, hud.StatusHeight, BoxBody);
     DrawBox(context, hud.CommandsY, hud.CommandsHeight, BoxBody);
     DrawBar(context, hud.FailureBarY, danger.FailureFraction, FailureBar);
-    DrawBar(context, hud.InfectionBarY, danger.InfectionFraction, InfectionColor);
+    DrawBar(context, hud.InfectionBarY, danger.InfectionFraction, Palette::Red);
     for (std::size_t i = 0; i < Chips.size(); ++i) {
         FillOutlinedRect(renderer, hud.InnerX, hud.ChipY[i], hud.InnerWidth, hud.ChipHeight,
                          Chips[i].Fill, Chips[i].Line);
     }
 
-    DrawTitle(context, "Hud.Queue", "QUEUE", hud.PanelY + 18.0F);
+    DrawTitle(context, {"Hud.Queue", "QUEUE"}, hud.PanelY + 18.0F);
     DrawStatusTexts(context, run, danger);
     DrawCommands(context);
     if (run.FastForward) {

@@ -4,6 +4,11 @@
 // So the game needs no language file: a missing key and an empty value both end at the built-in
 // text.
 
+#include "persist/Options.h" // NormalizeLanguageCode
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -41,6 +46,27 @@ extern LocalizationCatalogRecord LocalizationCatalog;
 /// a null or empty key. The reference holds until the catalog is loaded anew; screens fetch their
 /// texts each frame and keep none.
 const std::string& LocalizedText(const char* key, const char* defaultText);
+
+/// A text of the game: its key, and what it says in English.
+struct GameText {
+    const char* Key;
+    const char* DefaultText;
+};
+
+inline const std::string& LocalizedText(const GameText& text) {
+    return LocalizedText(text.Key, text.DefaultText);
+}
+
+/// The language of exactly that code, or null. It lives until the catalog is loaded anew.
+const LanguageEntry* FindLanguage(std::string_view code);
+
+/// Sets `field`, a language code, to the language `direction` (1 or -1) places on in the list,
+/// which goes around. A code that is not in the list counts as the default language. When that
+/// leads back to the same language, the field stays as it is written.
+void CycleLanguage(std::string& field, std::int32_t direction);
+
+/// The name of the language as it is drawn; the code itself for one that is not in the list.
+std::string LanguageDisplayName(std::string_view code);
 
 /// Upper case for names that come from outside the tables of texts: keys, buttons, languages.
 std::string ToDisplayUpper(std::string_view text);

@@ -6,6 +6,7 @@
 #include "ui/Color.h"
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
+#include "ui/Page.h"
 #include "ui/Primitives.h"
 #include "ui/Text.h"
 
@@ -25,17 +26,9 @@ constexpr std::string_view TitleLeft = "WIRE";
 constexpr std::string_view TitleRight = "FALL";
 constexpr PackedColor TitleRightColor = Rgba(0x54e6c3ff);
 
-constexpr float PanelX = 56.0F;
-constexpr float PanelTop = 42.0F;
-constexpr float PanelBottom = 678.0F;
 constexpr std::uint8_t PanelAlpha = 196;
 
-struct MenuEntry {
-    const char* Key;
-    const char* DefaultText;
-};
-
-constexpr std::array<MenuEntry, 6> Entries = {{
+constexpr std::array<GameText, 6> Entries = {{
     {"MainMenu.ContinueGame", "CONTINUE GAME"},
     {"MainMenu.NewGame", "NEW GAME"},
     {"MainMenu.Options", "OPTIONS"},
@@ -44,12 +37,8 @@ constexpr std::array<MenuEntry, 6> Entries = {{
     {"MainMenu.Quit", "QUIT"},
 }};
 
-std::span<const MenuEntry> EntriesFor(const GameApp& app) {
+std::span<const GameText> EntriesFor(const GameApp& app) {
     return std::span(Entries).subspan(app.HasSavedRun ? 0 : 1);
-}
-
-const std::string& TextOf(const MenuEntry& entry) {
-    return LocalizedText(entry.Key, entry.DefaultText);
 }
 
 struct MenuLayout {
@@ -73,7 +62,7 @@ MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
 
     MenuLayout menu;
     menu.CenterX = width / 2.0F;
-    menu.PanelWidth = std::max(120.0F, width - 2.0F * PanelX);
+    menu.PanelWidth = Page::WidthOn(width);
     menu.TitleScale = FitScaleToLength(TitleBytes, std::max(160.0F, menu.PanelWidth - 96.0F),
                                        metrics.MenuTitleScale);
     menu.VersionScale = menu.TitleScale > 8 ? menu.TitleScale / 3 : 2;
@@ -95,9 +84,9 @@ MenuLayout PlaceMenu(float width, const UiMetrics& metrics, std::size_t rows) {
 
 void DrawMenuPanel(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics& metrics) {
     const float margin = DensityPx(metrics.Density, 28.0F);
-    const float top = std::max(PanelTop, menu.TitleY - margin);
-    const float bottom = std::min(menu.FooterY + menu.FooterHeight + margin, PanelBottom);
-    DrawPanel(renderer, PanelX, top, menu.PanelWidth, std::max(48.0F, bottom - top),
+    const float top = std::max(Page::Top, menu.TitleY - margin);
+    const float bottom = std::min(menu.FooterY + menu.FooterHeight + margin, Page::Bottom);
+    DrawPanel(renderer, Page::X, top, menu.PanelWidth, std::max(48.0F, bottom - top),
               Palette::Accent, PanelAlpha);
 }
 
@@ -114,12 +103,12 @@ void DrawTitle(SDL_Renderer* renderer, const MenuLayout& menu) {
 }
 
 void DrawEntries(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics& metrics,
-                 std::span<const MenuEntry> entries, std::int32_t selection) {
+                 std::span<const GameText> entries, std::int32_t selection) {
     const std::int32_t scale = metrics.MenuItemScale;
     const std::int32_t cursorScale = metrics.MenuCursorScale;
     std::int32_t widest = 0;
-    for (const MenuEntry& entry : entries) {
-        widest = std::max(widest, TextWidth(TextOf(entry), scale));
+    for (const GameText& entry : entries) {
+        widest = std::max(widest, TextWidth(LocalizedText(entry), scale));
     }
     const float x = menu.CenterX - static_cast<float>(widest) / 2.0F;
     const auto selected = static_cast<std::size_t>(
@@ -132,7 +121,7 @@ void DrawEntries(SDL_Renderer* renderer, const MenuLayout& menu, const UiMetrics
             const float cursorY = y + (menu.ItemHeight - TextHeight(cursorScale)) / 2.0F;
             DrawText(renderer, ">", cursorX, cursorY, cursorScale, Palette::BrightText);
         }
-        DrawText(renderer, TextOf(entries[i]), x, y, scale,
+        DrawText(renderer, LocalizedText(entries[i]), x, y, scale,
                  i == selected ? Palette::BrightText : Palette::NormalText);
     }
 }
@@ -149,7 +138,7 @@ void DrawMainMenu(SDL_Renderer* renderer, const GameApp& app) {
     static const std::string version = std::string("v") + Version;
     const auto width = static_cast<float>(LogicalWidth);
     const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
-    const std::span<const MenuEntry> entries = EntriesFor(app);
+    const std::span<const GameText> entries = EntriesFor(app);
     const MenuLayout menu = PlaceMenu(width, metrics, entries.size());
 
     DrawBinaryRain(renderer, width, !app.QuitRequested);

@@ -7,6 +7,7 @@
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/Primitives.h"
+#include "ui/SharedTexts.h"
 #include "ui/Text.h"
 
 #include <algorithm>
@@ -41,9 +42,9 @@ PauseTexts CollectTexts(const GameApp& app, const ControllerSet& controllers) {
                         LocalizedText("Pause.Menu.Help", "HELP"),
                         LocalizedText("Pause.Menu.MainMenu", "MAIN MENU")},
             .Hint = LocalizedText("Pause.Hint.Primary", "ENTER SELECT   ESC RESUME"),
-            .ControllerHint = BuildControllerHint(
-                app, controllers, LocalizedText("Controller.Hint.Select", "SELECT"),
-                LocalizedText("Controller.Hint.Resume", "RESUME"))};
+            .ControllerHint =
+                BuildControllerHint(app, controllers, LocalizedText(Texts::Select),
+                                    LocalizedText("Controller.Hint.Resume", "RESUME"))};
 }
 
 float WidthOf(const std::string& text, std::int32_t scale) {

@@ -5,7 +5,7 @@ namespace Wirefall {
 namespace {
 
 constexpr PackedColor PanelBar = Rgba(0x2c6058dc);
-constexpr float PanelBarThickness = 2.0F;
+constexpr float BarThickness = 2.0F;
 
 } // namespace
 
@@ -31,18 +31,25 @@ void FillOutlinedRect(SDL_Renderer* renderer, float x, float y, float w, float h
     OutlineRect(renderer, x, y, w, h, line);
 }
 
+void DrawBarredBox(SDL_Renderer* renderer, const SDL_FRect& box, PackedColor body, PackedColor top,
+                   PackedColor bars) {
+    constexpr float T = BarThickness;
+    const auto& [x, y, w, h] = box;
+    FillRect(renderer, x, y, w, h, body);
+    FillRect(renderer, x, y, w, T, top);
+    FillRect(renderer, x, y + h - T, w, T, bars);
+    FillRect(renderer, x, y, T, h, bars);
+    FillRect(renderer, x + w - T, y, T, h, bars);
+}
+
 void DrawPanel(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor accent,
                std::uint8_t bodyAlpha) {
     // The negated form also refuses a size that is not a number.
     if (renderer == nullptr || !(w > 0.0F) || !(h > 0.0F)) {
         return;
     }
-    constexpr float T = PanelBarThickness;
-    FillRect(renderer, x, y, w, h, WithAlpha(Palette::PanelBody, bodyAlpha));
-    FillRect(renderer, x, y, w, T, accent);
-    FillRect(renderer, x, y + h - T, w, T, PanelBar);
-    FillRect(renderer, x, y, T, h, PanelBar);
-    FillRect(renderer, x + w - T, y, T, h, PanelBar);
+    DrawBarredBox(renderer, {x, y, w, h}, WithAlpha(Palette::PanelBody, bodyAlpha), accent,
+                  PanelBar);
 }
 
 ClipRestorer::ClipRestorer(SDL_Renderer* renderer)

@@ -23,6 +23,10 @@ void OutlineRect(SDL_Renderer* renderer, float x, float y, float w, float h, Pac
 void FillOutlinedRect(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor fill,
                       PackedColor line);
 
+/// A box with bars along its sides, of which the top one has a colour of its own.
+void DrawBarredBox(SDL_Renderer* renderer, const SDL_FRect& box, PackedColor body, PackedColor top,
+                   PackedColor bars);
+
 /// The framed box that menus stand on. Draws nothing for a null renderer or an empty rectangle.
 void DrawPanel(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor accent,
                std::uint8_t bodyAlpha);

@@ -9,6 +9,7 @@
 #include "ui/Localization.h"
 #include "ui/Metrics.h"
 #include "ui/Primitives.h"
+#include "ui/SharedTexts.h"
 #include "ui/Text.h"
 
 #include <algorithm>
@@ -148,20 +149,6 @@ void DrawDimmedBoard(SDL_Renderer* renderer, PackedColor dim) {
              static_cast<float>(LogicalHeight), dim);
 }
 
-// The one panel of the game that is red.
-void DrawGameOverPanel(SDL_Renderer* renderer, const SDL_FRect& panel) {
-    constexpr PackedColor body = Rgba(0x120404da);
-    constexpr PackedColor stripe = Rgba(0xa82a2aff);
-    constexpr PackedColor bar = Rgba(0x6c1818e0);
-    constexpr float t = 2.0F;
-    const auto& [x, y, w, h] = panel;
-    FillRect(renderer, x, y, w, h, body);
-    FillRect(renderer, x, y, w, t, stripe);
-    FillRect(renderer, x, y + h - t, w, t, bar);
-    FillRect(renderer, x, y, t, h, bar);
-    FillRect(renderer, x + w - t, y, t, h, bar);
-}
-
 } // namespace
 
 void DrawLevelCompleteScreen(SDL_Renderer* renderer, const GameApp& app,
@@ -195,11 +182,14 @@ void DrawLevelCompleteScreen(SDL_Renderer* renderer, const GameApp& app,
 void DrawGameOverScreen(SDL_Renderer* renderer, const GameApp& app,
                         const ControllerSet& controllers) {
     constexpr PackedColor dim = Rgba(0x58080880);
-    constexpr ResultColors colors = {Rgba(0xe67e66ff), Rgba(0xf0ceceff), Rgba(0xba7c7cff)};
+    constexpr PackedColor body = Rgba(0x120404da);
+    constexpr PackedColor stripe = Rgba(0xa82a2aff);
+    constexpr PackedColor bar = Rgba(0x6c1818e0);
+    constexpr ResultColors colors = {Palette::Red, Rgba(0xf0ceceff), Rgba(0xba7c7cff)};
     const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
     DrawDimmedBoard(renderer, dim);
 
-    const std::string menuLabel = LocalizedText("Controller.Hint.MainMenu", "MAIN MENU");
+    const std::string menuLabel = LocalizedText(Texts::MainMenu);
     const ResultTexts texts = {
         .Title = LocalizedText("GameOver.Title", "GAME OVER"),
         .Lines = {LocalizedText("GameOver.FinalScore", "FINAL SCORE") + " " +
@@ -207,7 +197,8 @@ void DrawGameOverScreen(SDL_Renderer* renderer, const GameApp& app,
         .Hint = LocalizedText("GameOver.Hint.BackToMainMenu", "ENTER OR ESC BACK TO MAIN MENU"),
         .ControllerHint = BuildControllerHint(app, controllers, menuLabel, menuLabel)};
     const ResultLayout layout = PlaceGameOver(texts, metrics, static_cast<float>(LogicalWidth));
-    DrawGameOverPanel(renderer, layout.Panel);
+    // The one panel of the game that is red.
+    DrawBarredBox(renderer, layout.Panel, body, stripe, bar);
     DrawResultTexts(renderer, texts, layout, metrics, colors);
 }
 

@@ -18,6 +18,22 @@ enum class KeyKind : std::uint8_t { EmptyLine = 0, Comment = 1, Value = 2, Array
 struct IniKey {
     KeyKind Kind = KeyKind::Value;
 
+    // The small fields stand together, which makes an entry a tenth smaller.
+
+    /// The value stands in quotes in the file. On an Array: the element that made the array had its
+    /// index written out; nothing reads it there.
+    bool Quoted = false;
+
+    /// Of a Comment only: the writer leaves the quotes and backslashes of the text as they are.
+    bool Verbatim = false;
+
+    /// Of an Array: the writer puts the names of the elements into the brackets, which it leaves
+    /// empty otherwise. The reader does not set it, whatever the file had.
+    bool ExplicitIndex = false;
+
+    /// Of an Array: the index that the last automatic numbering gave.
+    std::uint32_t NextIndex = 0;
+
     /// Unique within the section. Comments and blank lines have generated names, "VI_C_" and
     /// "VI_EL_" with a count from 1; the elements of an array are named by their index in decimal.
     std::string Name;
@@ -28,20 +44,6 @@ struct IniKey {
     /// The comment behind the entry on its line. The writer makes a comment sign even for an empty
     /// text, so an entry without one has no value here.
     std::optional<std::string> Comment;
-
-    /// The value stands in quotes in the file. On an Array: the element that made the array had its
-    /// index written out; nothing reads it there.
-    bool Quoted = false;
-
-    /// Of a Comment only: the writer leaves the quotes and backslashes of the text as they are.
-    bool Verbatim = false;
-
-    /// Of an Array: the index that the last automatic numbering gave.
-    std::uint32_t NextIndex = 0;
-
-    /// Of an Array: the writer puts the names of the elements into the brackets, which it leaves
-    /// empty otherwise. The reader does not set it, whatever the file had.
-    bool ExplicitIndex = false;
 
     /// Of an Array: its elements in file order, each of kind Value. Elements(key) below is the
     /// checked way to them.

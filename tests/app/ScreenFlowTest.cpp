@@ -4,18 +4,26 @@
 #include "base/Clock.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/SameApp.h"
 #include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Wirefall {
 namespace {
 
-using Sounds = std::vector<SoundEvent>;
+using Testing::QueuedSounds;
+using Testing::SameApp;
+using Testing::Sounds;
 
 constexpr PressCode KeyW = SDL_SCANCODE_W;
 constexpr PressCode KeyS = SDL_SCANCODE_S;
@@ -23,19 +31,111 @@ constexpr PressCode KeyA = SDL_SCANCODE_A;
 constexpr PressCode KeyD = SDL_SCANCODE_D;
 constexpr PressCode KeySpace = SDL_SCANCODE_SPACE;
 
+const Sounds Move = {SoundEvent::UiMove};
+const Sounds Confirm = {SoundEvent::UiConfirm};
+const Sounds Back = {SoundEvent::UiBack};
+const Sounds None = {};
+
+constexpr std::array<PressCode, 2> ConfirmKeys = {Press::Confirm, Press::KeypadConfirm};
+
+constexpr std::uint64_t Now = 5000;
+
+// What a press changes. Asked after the press, with the record as it was before.
+using Change = std::function<void(GameApp& expected)>;
+
+void Nothing(GameApp& /*expected*/) {}
+
+// What all ways into play have in common.
+void Plays(GameApp& expected) {
+    expected.Screen = AppScreen::Playing;
+    expected.ResetFrameClock = true;
+}
+
+void TakesTheRunAsSaved(GameApp& expected) { expected.LastSavedRevision = GetRevision(); }
+
+void TakesASnapshot(GameApp& expected) {
+    expected.PreviousSnapshot = BuildRunSnapshot();
+    expected.PreviousSnapshotValid = true;
+}
+
+void Quits(GameApp& expected) {
+    expected.QuitRequested = true;
+    expected.FadeOutStartTicks = Now;
+    expected.ResetFrameClock = true;
+}
+
+// Whatever was under way on the Options screen is forgotten; the rows are kept.
+void OpensTheOptions(GameApp& expected, AppScreen from) {
+    expected.Screen = AppScreen::Options;
+    expected.OptionsReturnScreen = from;
+    expected.OptionsPage = OptionsPage::Root;
+    expected.Capture.CaptureActive = false;
+    expected.Capture.CaptureDevice = CaptureDevice::None;
+    expected.ControlsEdit.PendingValid = false;
+    expected.GraphicsEdit.Valid = false;
+    expected.AudioEdit.Valid = false;
+}
+
+void OpensTheHelp(GameApp& expected, AppScreen from) {
+    expected.Screen = AppScreen::Help;
+    expected.HelpReturnScreen = from;
+}
+
 class Screens : public testing::Test {
 protected:
     void SetUp() override {
+        FreezeClock(Now);
+        Begin(AppScreen::MainMenu);
+    }
+    void TearDown() override { ResumeClock(); }
+
+    // A record in which every field that a transition may set has another value before.
+    void Begin(AppScreen screen) {
         Testing::InstallLiveRun(Testing::DrawnRun({"→────────⇐"}));
-        App.LastSavedRevision = GetRevision();
+        App = GameApp{};
+        App.Screen = screen;
+        App.MenuSelection = 3;
+        App.PauseSelection = 2;
+        App.OptionsReturnScreen = AppScreen::Credits;
+        App.HelpReturnScreen = AppScreen::Credits;
+        App.CreditsScroll = 50.0F;
+        App.OptionsPage = OptionsPage::Audio;
+        App.Rows = {.OptionsRootRow = 1, .ControlsRow = 2, .GraphicsRow = 3, .AudioRow = 4};
+        App.Capture = {.CaptureActive = true,
+                       .CaptureDevice = CaptureDevice::Gamepad,
+                       .CaptureKeyboardRow = 1,
+                       .CaptureGamepadRow = 2,
+                       .CaptureJoystickRow = 3};
+        App.ControlsEdit.PendingValid = true;
+        App.GraphicsEdit.Valid = true;
+        App.AudioEdit.Valid = true;
+        App.SaveDelaySeconds = 0.5F;
     }
 
     // Presses on the current screen, and gives the sounds that come of it.
     Sounds Press(PressCode code) {
         App.SoundQueueCount = 0;
         DispatchPress(App, nullptr, nullptr, code);
-        return {App.SoundQueue.begin(),
-                App.SoundQueue.begin() + static_cast<std::ptrdiff_t>(App.SoundQueueCount)};
+        return QueuedSounds(App);
+    }
+
+    // Holds that the press sounds so and changes what `change` says, and nothing else.
+    void ExpectPress(PressCode code, const Sounds& sounds, const Change& change) {
+        SCOPED_TRACE("press " + std::to_string(code));
+        GameApp expected = App;
+        Press(code);
+        change(expected);
+        Testing::SetQueuedSounds(expected, sounds);
+        EXPECT_TRUE(SameApp(expected, App));
+    }
+
+    // The same, and the run stays as it is.
+    void ExpectPressBesideTheRun(PressCode code, const Sounds& sounds, const Change& change) {
+        const RunState run = LiveRun();
+        const std::uint64_t revision = GetRevision();
+        ExpectPress(code, sounds, change);
+        EXPECT_EQ(LiveRun(), run);
+        EXPECT_EQ(GetRevision(), revision);
     }
 
     std::filesystem::path SavePath() const {
@@ -53,185 +153,169 @@ protected:
 
 // --- Every screen -------------------------------------------------------------------------------
 
+constexpr std::array<AppScreen, 8> AllScreens = {
+    AppScreen::MainMenu,      AppScreen::Options, AppScreen::Help,    AppScreen::Playing,
+    AppScreen::LevelComplete, AppScreen::Pause,   AppScreen::Credits, AppScreen::GameOver,
+};
+
 TEST_F(Screens, IgnoreEverythingDuringTheQuitFade) {
-    for (int screen = 0; screen < 8; ++screen) {
-        App.Screen = static_cast<AppScreen>(screen);
+    for (const AppScreen screen : AllScreens) {
+        Begin(screen);
         App.QuitRequested = true;
         for (PressCode code = 0; code < 600; ++code) {
-            ASSERT_EQ(Press(code), Sounds{});
+            ExpectPressBesideTheRun(code, None, Nothing);
         }
-        EXPECT_EQ(App.Screen, static_cast<AppScreen>(screen));
     }
 }
 
 TEST_F(Screens, IgnoreCodesThatAreNoKeys) {
-    App.Screen = AppScreen::Playing;
-    Bind(InputAction::Place, 0);
-    Bind(InputAction::CursorUp, 512);
-    for (const PressCode code : {0U, 512U, 600U, 0xffffffffU}) {
-        EXPECT_EQ(Press(code), Sounds{}) << code;
+    for (const AppScreen screen : AllScreens) {
+        Begin(screen);
+        App.KeyboardBindings = {0, 512, 600, 0xffffffffU, 0, 512, 0, 512};
+        for (const PressCode code : {0U, 512U, 600U, 0xffffffffU}) {
+            ExpectPressBesideTheRun(code, None, Nothing);
+        }
     }
+    Begin(AppScreen::Playing);
     Bind(InputAction::CursorUp, 511);
     EXPECT_EQ(Press(511), Sounds{SoundEvent::CursorMove});
 }
 
-// --- Main menu ----------------------------------------------------------------------------------
-
-struct MenuStep {
-    bool HasSavedRun;
-    std::int32_t Before;
-    PressCode Code;
-    std::int32_t After;
-};
-
-TEST_F(Screens, TheMainMenuSelectionRunsInACircle) {
-    for (const MenuStep& step : std::vector<MenuStep>{
-             {false, 0, Press::Down, 1},
-             {false, 4, Press::Down, 0},
-             {false, 0, Press::Up, 4},
-             {false, 3, Press::Up, 2},
-             {true, 4, Press::Down, 5},
-             {true, 5, Press::Down, 0},
-             {true, 0, Press::Up, 5},
-             {false, 5, Press::Down, 1}, // a row that is gone counts as the first
-             {false, 5, Press::Up, 4},
-             {true, 6, Press::Down, 1},
-         }) {
-        App.Screen = AppScreen::MainMenu;
-        App.HasSavedRun = step.HasSavedRun;
-        App.MenuSelection = step.Before;
-        EXPECT_EQ(Press(step.Code), Sounds{SoundEvent::UiMove});
-        EXPECT_EQ(App.MenuSelection, step.After) << "from " << step.Before;
-        EXPECT_EQ(App.Screen, AppScreen::MainMenu);
+// On every screen, the keys that its table does not name. The Options have tables of their own.
+TEST_F(Screens, AllOtherKeysDoNothing) {
+    constexpr std::uint32_t Free = SDL_SCANCODE_F12;
+    for (const AppScreen screen : AllScreens) {
+        if (screen == AppScreen::Options) {
+            continue;
+        }
+        const bool playing = screen == AppScreen::Playing;
+        const bool menu = screen == AppScreen::MainMenu || screen == AppScreen::Pause;
+        for (PressCode code = 1; code <= MaxScancode; ++code) {
+            const bool upOrDown = code == Press::Up || code == Press::Down;
+            const bool inPlay = upOrDown || code == Press::Left || code == Press::Right ||
+                                code == Press::RotateLeft || code == Press::RotateRight;
+            const bool menuKey = code == Press::Confirm || code == Press::KeypadConfirm;
+            if (code == Press::Back || (playing && inPlay) || (menu && upOrDown) ||
+                (!playing && menuKey)) {
+                continue;
+            }
+            Begin(screen);
+            Bind(InputAction::Place, Free);
+            if (code != Free || !playing) {
+                ExpectPressBesideTheRun(code, None, Nothing);
+            }
+        }
     }
 }
 
-TEST_F(Screens, TheMainMenuHearsTheBoundCursorKeysToo) {
-    Bind(InputAction::CursorUp, KeyW);
-    Bind(InputAction::CursorDown, KeyS);
-    EXPECT_EQ(Press(KeyS), Sounds{SoundEvent::UiMove});
-    EXPECT_EQ(App.MenuSelection, 1);
-    EXPECT_EQ(Press(KeyW), Sounds{SoundEvent::UiMove});
-    EXPECT_EQ(App.MenuSelection, 0);
+// --- Main menu ----------------------------------------------------------------------------------
+
+TEST_F(Screens, TheMainMenuSelectionRunsInACircle) {
+    for (const bool hasSavedRun : {false, true}) {
+        const std::int32_t rows = hasSavedRun ? 6 : 5;
+        for (std::int32_t row = 0; row < rows; ++row) {
+            for (const bool bound : {false, true}) {
+                Begin(AppScreen::MainMenu);
+                App.HasSavedRun = hasSavedRun;
+                App.MenuSelection = row;
+                Bind(InputAction::CursorUp, KeyW);
+                Bind(InputAction::CursorDown, KeyS);
+                ExpectPressBesideTheRun(bound ? KeyS : Press::Down, Move, [&](GameApp& e) {
+                    e.MenuSelection = row + 1 < rows ? row + 1 : 0;
+                });
+                App.MenuSelection = row;
+                ExpectPressBesideTheRun(bound ? KeyW : Press::Up, Move, [&](GameApp& e) {
+                    e.MenuSelection = row > 0 ? row - 1 : rows - 1;
+                });
+            }
+        }
+    }
 }
 
-TEST_F(Screens, TheMainMenuResetsALostRowEvenForAKeyThatMeansNothing) {
-    App.MenuSelection = 5;
-    EXPECT_EQ(Press(KeySpace), Sounds{});
-    EXPECT_EQ(App.MenuSelection, 0);
+// The row that is gone with the saved run counts as the first, whatever is pressed.
+TEST_F(Screens, TheMainMenuResetsALostRow) {
+    struct LostRow {
+        PressCode Code;
+        Sounds Sound;
+        std::int32_t After;
+    };
+    for (const LostRow& c : std::vector<LostRow>{
+             {Press::Down, Move, 1},
+             {Press::Up, Move, 4},
+             {KeySpace, None, 0},
+         }) {
+        Begin(AppScreen::MainMenu);
+        App.MenuSelection = 5;
+        ExpectPressBesideTheRun(c.Code, c.Sound, [&](GameApp& e) { e.MenuSelection = c.After; });
+    }
+    Begin(AppScreen::MainMenu);
+    App.HasSavedRun = true;
+    App.MenuSelection = 6;
+    ExpectPressBesideTheRun(KeySpace, None, [](GameApp& e) { e.MenuSelection = 0; });
 }
 
-struct MenuRow {
+struct Row {
     const char* Name;
-    std::int32_t RowWithSavedRun;
-    std::function<void(const GameApp&)> Check;
+    Change Does;
 };
 
 TEST_F(Screens, EachRowOfTheMainMenuLeadsSomewhere) {
-    const std::vector<MenuRow> rows = {
-        {"continue", 0,
-         [](const GameApp& app) {
-             EXPECT_EQ(app.Screen, AppScreen::Playing);
-             EXPECT_TRUE(app.ResetFrameClock);
-             EXPECT_EQ(app.LastSavedRevision, GetRevision());
-             EXPECT_EQ(LiveRun().Sources.front().X, 0) << "the same run goes on";
-             EXPECT_FALSE(app.SaveDirty);
+    const std::vector<Row> rows = {
+        {"continue",
+         [](GameApp& e) {
+             Plays(e);
+             TakesTheRunAsSaved(e);
          }},
-        {"new game", 1,
-         [](const GameApp& app) {
-             EXPECT_EQ(app.Screen, AppScreen::Playing);
-             EXPECT_TRUE(app.ResetFrameClock);
-             EXPECT_TRUE(app.HasSavedRun);
-             EXPECT_TRUE(app.SaveDirty);
-             EXPECT_EQ(app.SaveDelaySeconds, 0.0F);
-             EXPECT_EQ(app.LastSavedRevision, GetRevision());
-             EXPECT_EQ(LiveRun().Sources.front().X, 9) << "the known first board";
-             EXPECT_TRUE(app.PreviousSnapshotValid);
-             EXPECT_EQ(app.PreviousSnapshot, BuildRunSnapshot());
+        {"new game",
+         [](GameApp& e) {
+             Plays(e);
+             TakesASnapshot(e);
+             TakesTheRunAsSaved(e);
+             e.HasSavedRun = true;
+             e.SaveDirty = true;
+             e.SaveDelaySeconds = 0.0F;
          }},
-        {"options", 2,
-         [](const GameApp& app) {
-             EXPECT_EQ(app.Screen, AppScreen::Options);
-             EXPECT_EQ(app.OptionsReturnScreen, AppScreen::MainMenu);
+        {"options", [](GameApp& e) { OpensTheOptions(e, AppScreen::MainMenu); }},
+        {"help", [](GameApp& e) { OpensTheHelp(e, AppScreen::MainMenu); }},
+        {"credits",
+         [](GameApp& e) {
+             e.Screen = AppScreen::Credits;
+             e.CreditsScroll = 0.0F;
          }},
-        {"help", 3,
-         [](const GameApp& app) {
-             EXPECT_EQ(app.Screen, AppScreen::Help);
-             EXPECT_EQ(app.HelpReturnScreen, AppScreen::MainMenu);
-         }},
-        {"credits", 4,
-         [](const GameApp& app) {
-             EXPECT_EQ(app.Screen, AppScreen::Credits);
-             EXPECT_EQ(app.CreditsScroll, 0.0F);
-         }},
-        {"quit", 5, [](const GameApp& app) { EXPECT_TRUE(app.QuitRequested); }},
+        {"quit", Quits},
     };
     for (const bool hasSavedRun : {true, false}) {
-        for (const MenuRow& row : rows) {
-            if (!hasSavedRun && row.RowWithSavedRun == 0) {
-                continue;
-            }
-            for (const PressCode confirm : {Press::Confirm, Press::KeypadConfirm}) {
-                SCOPED_TRACE(row.Name);
-                App = GameApp{};
-                SetUp();
+        const std::size_t first = hasSavedRun ? 0 : 1;
+        for (std::size_t row = first; row < rows.size(); ++row) {
+            for (const PressCode confirm : ConfirmKeys) {
+                SCOPED_TRACE(rows[row].Name);
+                Begin(AppScreen::MainMenu);
                 App.HasSavedRun = hasSavedRun;
-                App.MenuSelection = row.RowWithSavedRun - (hasSavedRun ? 0 : 1);
-                App.CreditsScroll = 50.0F;
-                App.LastSavedRevision = 0;
-                App.HelpReturnScreen = AppScreen::Pause;
-                App.OptionsReturnScreen = AppScreen::Pause;
-                EXPECT_EQ(Press(confirm), Sounds{SoundEvent::UiConfirm});
-                row.Check(App);
+                App.MenuSelection = static_cast<std::int32_t>(row - first);
+                const RunState run = LiveRun();
+                ExpectPress(confirm, Confirm, rows[row].Does);
+                if (row == 1) {
+                    EXPECT_EQ(LiveRun().Sources.front().X, 9) << "the known first board";
+                } else {
+                    EXPECT_EQ(LiveRun(), run);
+                }
             }
         }
     }
 }
 
 TEST_F(Screens, BackOnTheMainMenuQuits) {
-    FreezeClock(5000);
-    EXPECT_EQ(Press(Press::Back), Sounds{SoundEvent::UiBack});
-    EXPECT_TRUE(App.QuitRequested);
-    EXPECT_EQ(App.FadeOutStartTicks, 5000U);
-    EXPECT_TRUE(App.ResetFrameClock);
+    ExpectPressBesideTheRun(Press::Back, Back, Quits);
     EXPECT_TRUE(App.Running) << "the fade comes first";
-    ResumeClock();
 }
 
 TEST_F(Screens, AskingToQuitTwiceDoesNotRestartTheFade) {
-    FreezeClock(5000);
     RequestQuit(App);
     App.ResetFrameClock = false;
-    FreezeClock(5100);
+    FreezeClock(Now + 100);
     RequestQuit(App);
-    EXPECT_EQ(App.FadeOutStartTicks, 5000U);
+    EXPECT_EQ(App.FadeOutStartTicks, Now);
     EXPECT_FALSE(App.ResetFrameClock);
-    ResumeClock();
-}
-
-TEST_F(Screens, OpeningTheOptionsForgetsWhatWasUnderWayThere) {
-    for (const bool fromPause : {false, true}) {
-        App.Screen = fromPause ? AppScreen::Pause : AppScreen::MainMenu;
-        App.MenuSelection = 1;
-        App.PauseSelection = 1;
-        App.OptionsPage = OptionsPage::Audio;
-        App.Rows.AudioRow = 4;
-        App.Capture.CaptureActive = true;
-        App.Capture.CaptureDevice = CaptureDevice::Gamepad;
-        App.ControlsEdit.PendingValid = true;
-        App.GraphicsEdit.Valid = true;
-        App.AudioEdit.Valid = true;
-        Press(Press::Confirm);
-        EXPECT_EQ(App.Screen, AppScreen::Options);
-        EXPECT_EQ(App.OptionsReturnScreen, fromPause ? AppScreen::Pause : AppScreen::MainMenu);
-        EXPECT_EQ(App.OptionsPage, OptionsPage::Root);
-        EXPECT_EQ(App.Rows.AudioRow, 4) << "the rows are kept";
-        EXPECT_FALSE(App.Capture.CaptureActive);
-        EXPECT_EQ(App.Capture.CaptureDevice, CaptureDevice::None);
-        EXPECT_FALSE(App.ControlsEdit.PendingValid);
-        EXPECT_FALSE(App.GraphicsEdit.Valid);
-        EXPECT_FALSE(App.AudioEdit.Valid);
-    }
 }
 
 // --- Playing ------------------------------------------------------------------------------------
@@ -265,110 +349,102 @@ TEST_F(Screens, EachKeyOfPlayDoesItsCommand) {
     };
     for (const PlayCase& c : cases) {
         SCOPED_TRACE(c.What);
-        App = GameApp{};
-        SetUp();
-        App.Screen = AppScreen::Playing;
+        Begin(AppScreen::Playing);
         if (std::string_view(c.What).starts_with("bound")) {
             App.KeyboardBindings = {KeyW,           KeyS,           KeyA,     KeyD,
                                     SDL_SCANCODE_Z, SDL_SCANCODE_X, KeySpace, 225};
         }
-        EXPECT_EQ(Press(c.Code), Sounds{c.Sound});
+        ExpectPress(c.Code, {c.Sound}, Nothing);
         EXPECT_EQ(LiveRun().CursorX, c.X);
         EXPECT_EQ(LiveRun().CursorY, c.Y);
         EXPECT_EQ(LiveRun().PreviewRotation, c.Rotation);
         EXPECT_EQ(TileAt(LiveRun(), 5, 5).Type, c.Places ? TileType::Straight : TileType::Empty);
-        EXPECT_EQ(App.Screen, AppScreen::Playing);
     }
 }
 
 TEST_F(Screens, ReturnPlacesOnlyWhileItIsBoundToIt) {
-    App.Screen = AppScreen::Playing;
+    Begin(AppScreen::Playing);
     Bind(InputAction::Place, KeySpace);
-    EXPECT_EQ(Press(Press::Confirm), Sounds{});
-    EXPECT_EQ(Press(KeySpace), Sounds{SoundEvent::Place});
+    ExpectPressBesideTheRun(Press::Confirm, None, Nothing);
+    ExpectPress(KeySpace, {SoundEvent::Place}, Nothing);
 }
 
 TEST_F(Screens, ARefusedCommandStillSounds) {
-    App.Screen = AppScreen::Playing;
+    Begin(AppScreen::Playing);
     LiveRun().CursorX = 0;
     LiveRun().CursorY = 0;
-    const std::uint64_t revision = GetRevision();
-    EXPECT_EQ(Press(Press::Left), Sounds{SoundEvent::CursorMove});
-    EXPECT_EQ(Press(Press::Confirm), Sounds{SoundEvent::Place}) << "on the source";
-    EXPECT_EQ(GetRevision(), revision);
+    ExpectPressBesideTheRun(Press::Left, {SoundEvent::CursorMove}, Nothing);
+    ExpectPressBesideTheRun(Press::Confirm, {SoundEvent::Place}, Nothing); // on the source
 }
 
 TEST_F(Screens, OfTwoActionsOnOneKeyTheFirstWins) {
-    App.Screen = AppScreen::Playing;
-    Bind(InputAction::RotateLeft, KeySpace);
-    Bind(InputAction::Place, KeySpace);
-    EXPECT_EQ(Press(KeySpace), Sounds{SoundEvent::Rotate});
-}
-
-TEST_F(Screens, OtherKeysDoNothingInPlay) {
-    App.Screen = AppScreen::Playing;
-    EXPECT_EQ(Press(KeySpace), Sounds{});
-    EXPECT_EQ(Press(SDL_SCANCODE_LSHIFT), Sounds{});
+    const std::array<SoundEvent, 7> sounds = {
+        SoundEvent::CursorMove, SoundEvent::CursorMove, SoundEvent::CursorMove,
+        SoundEvent::CursorMove, SoundEvent::Rotate,     SoundEvent::Rotate,
+        SoundEvent::Place,
+    };
+    // All actions from one on.
+    for (std::size_t first = 0; first < sounds.size(); ++first) {
+        Begin(AppScreen::Playing);
+        std::fill(App.KeyboardBindings.begin() + static_cast<std::ptrdiff_t>(first),
+                  App.KeyboardBindings.end(), KeySpace);
+        ExpectPress(KeySpace, {sounds.at(first)}, Nothing);
+    }
 }
 
 TEST_F(Screens, EscapePausesEvenWhenItIsBound) {
-    App.Screen = AppScreen::Playing;
-    App.PauseSelection = 3;
-    Bind(InputAction::Place, Press::Back);
-    EXPECT_EQ(Press(Press::Back), Sounds{SoundEvent::UiBack});
-    EXPECT_EQ(App.Screen, AppScreen::Pause);
-    EXPECT_EQ(App.PauseSelection, 0);
-    EXPECT_TRUE(App.ResetFrameClock);
+    for (const InputAction action : {InputAction::CursorUp, InputAction::Place}) {
+        Begin(AppScreen::Playing);
+        Bind(action, Press::Back);
+        ExpectPressBesideTheRun(Press::Back, Back, [](GameApp& e) {
+            e.Screen = AppScreen::Pause;
+            e.PauseSelection = 0;
+            e.ResetFrameClock = true;
+        });
+    }
 }
 
 // --- Pause --------------------------------------------------------------------------------------
 
 TEST_F(Screens, ThePauseSelectionRunsInACircle) {
-    App.Screen = AppScreen::Pause;
-    for (const std::int32_t expected : {1, 2, 3, 0}) {
-        EXPECT_EQ(Press(Press::Down), Sounds{SoundEvent::UiMove});
-        EXPECT_EQ(App.PauseSelection, expected);
-    }
-    for (const std::int32_t expected : {3, 2, 1, 0}) {
-        EXPECT_EQ(Press(Press::Up), Sounds{SoundEvent::UiMove});
-        EXPECT_EQ(App.PauseSelection, expected);
+    for (std::int32_t row = 0; row < 4; ++row) {
+        for (const bool bound : {false, true}) {
+            Begin(AppScreen::Pause);
+            App.PauseSelection = row;
+            Bind(InputAction::CursorUp, KeyW);
+            Bind(InputAction::CursorDown, KeyS);
+            ExpectPressBesideTheRun(bound ? KeyS : Press::Down, Move,
+                                    [&](GameApp& e) { e.PauseSelection = (row + 1) % 4; });
+            App.PauseSelection = row;
+            ExpectPressBesideTheRun(bound ? KeyW : Press::Up, Move,
+                                    [&](GameApp& e) { e.PauseSelection = (row + 3) % 4; });
+        }
     }
 }
 
-struct PauseCase {
-    PressCode Code;
-    std::int32_t Row;
-    SoundEvent Sound;
-    AppScreen Screen;
-};
-
 TEST_F(Screens, EachRowOfThePauseMenuLeadsSomewhere) {
-    for (const PauseCase& c : std::vector<PauseCase>{
-             {Press::Confirm, 0, SoundEvent::UiConfirm, AppScreen::Playing},
-             {Press::KeypadConfirm, 0, SoundEvent::UiConfirm, AppScreen::Playing},
-             {Press::Confirm, 1, SoundEvent::UiConfirm, AppScreen::Options},
-             {Press::Confirm, 2, SoundEvent::UiConfirm, AppScreen::Help},
-             {Press::Confirm, 3, SoundEvent::UiConfirm, AppScreen::MainMenu},
-             {Press::Back, 2, SoundEvent::UiBack, AppScreen::Playing},
-         }) {
-        App = GameApp{};
-        SetUp();
-        App.Screen = AppScreen::Pause;
-        App.PauseSelection = c.Row;
-        App.MenuSelection = 4;
-        App.HasSavedRun = true;
-        const RunState before = LiveRun();
-        EXPECT_EQ(Press(c.Code), Sounds{c.Sound});
-        EXPECT_EQ(App.Screen, c.Screen);
-        EXPECT_EQ(LiveRun(), before);
-        EXPECT_TRUE(App.HasSavedRun) << "the run can be gone on with from the menu";
-        EXPECT_EQ(App.MenuSelection, c.Screen == AppScreen::MainMenu ? 0 : 4);
-        if (c.Screen == AppScreen::Options) {
-            EXPECT_EQ(App.OptionsReturnScreen, AppScreen::Pause);
+    const std::vector<Row> rows = {
+        {"resume", [](GameApp& e) { e.Screen = AppScreen::Playing; }},
+        {"options", [](GameApp& e) { OpensTheOptions(e, AppScreen::Pause); }},
+        {"help", [](GameApp& e) { OpensTheHelp(e, AppScreen::Pause); }},
+        {"main menu",
+         [](GameApp& e) {
+             e.Screen = AppScreen::MainMenu;
+             e.MenuSelection = 0;
+         }},
+    };
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        SCOPED_TRACE(rows[row].Name);
+        for (const PressCode confirm : ConfirmKeys) {
+            Begin(AppScreen::Pause);
+            App.HasSavedRun = true; // so the run can be gone on with from the menu
+            App.PauseSelection = static_cast<std::int32_t>(row);
+            ExpectPressBesideTheRun(confirm, Confirm, rows[row].Does);
         }
-        if (c.Screen == AppScreen::Help) {
-            EXPECT_EQ(App.HelpReturnScreen, AppScreen::Pause);
-        }
+        Begin(AppScreen::Pause);
+        App.PauseSelection = static_cast<std::int32_t>(row);
+        ExpectPressBesideTheRun(Press::Back, Back,
+                                [](GameApp& e) { e.Screen = AppScreen::Playing; });
     }
 }
 
@@ -377,83 +453,76 @@ TEST_F(Screens, EachRowOfThePauseMenuLeadsSomewhere) {
 TEST_F(Screens, HelpGoesBackToWhereItWasOpenedFrom) {
     for (const AppScreen opener : {AppScreen::MainMenu, AppScreen::Pause}) {
         for (const PressCode code : {Press::Confirm, Press::KeypadConfirm, Press::Back}) {
-            App.Screen = AppScreen::Help;
+            Begin(AppScreen::Help);
             App.HelpReturnScreen = opener;
-            EXPECT_EQ(Press(code), Sounds{SoundEvent::UiBack});
-            EXPECT_EQ(App.Screen, opener);
+            ExpectPressBesideTheRun(code, Back, [&](GameApp& e) { e.Screen = opener; });
         }
     }
-    App.Screen = AppScreen::Help;
-    EXPECT_EQ(Press(Press::Down), Sounds{});
-    EXPECT_EQ(App.Screen, AppScreen::Help);
 }
 
 TEST_F(Screens, CreditsGoBackToTheirRowOfTheMenu) {
     for (const PressCode code : {Press::Confirm, Press::KeypadConfirm, Press::Back}) {
-        App.Screen = AppScreen::Credits;
-        App.MenuSelection = 3;
-        EXPECT_EQ(Press(code), Sounds{SoundEvent::UiBack});
-        EXPECT_EQ(App.Screen, AppScreen::MainMenu);
-        EXPECT_EQ(App.MenuSelection, 3);
+        Begin(AppScreen::Credits);
+        ExpectPressBesideTheRun(code, Back, [](GameApp& e) { e.Screen = AppScreen::MainMenu; });
     }
-    App.Screen = AppScreen::Credits;
-    EXPECT_EQ(Press(Press::Up), Sounds{});
-    EXPECT_EQ(App.Screen, AppScreen::Credits);
 }
 
 TEST_F(Screens, LeavingLevelCompleteStartsTheNextLevel) {
-    for (const auto& [code, sound] : std::vector<std::pair<PressCode, SoundEvent>>{
-             {Press::Confirm, SoundEvent::UiConfirm},
-             {Press::KeypadConfirm, SoundEvent::UiConfirm},
-             {Press::Back, SoundEvent::UiBack}}) {
-        App = GameApp{};
-        SetUp();
+    for (const auto& [code, sounds] : std::vector<std::pair<PressCode, Sounds>>{
+             {Press::Confirm, Confirm}, {Press::KeypadConfirm, Confirm}, {Press::Back, Back}}) {
+        Begin(AppScreen::LevelComplete);
         LiveRun().DeliveredPackets = 20;
-        App.Screen = AppScreen::LevelComplete;
-        EXPECT_EQ(Press(code), Sounds{sound});
-        EXPECT_EQ(App.Screen, AppScreen::Playing);
-        EXPECT_TRUE(App.ResetFrameClock);
-        EXPECT_TRUE(App.HasSavedRun);
+        // No save is asked for: the first tick of the new level sees to that.
+        ExpectPress(code, sounds, [](GameApp& e) {
+            Plays(e);
+            TakesASnapshot(e);
+            TakesTheRunAsSaved(e);
+            e.HasSavedRun = true;
+        });
         EXPECT_EQ(LiveRun().Level, 2);
         EXPECT_EQ(LiveRun().TotalScore, 100);
-        EXPECT_EQ(App.LastSavedRevision, GetRevision());
-        EXPECT_EQ(App.PreviousSnapshot, BuildRunSnapshot());
-        EXPECT_FALSE(App.SaveDirty) << "the first tick of the new level sees to that";
     }
-    App.Screen = AppScreen::LevelComplete;
-    EXPECT_EQ(Press(Press::Down), Sounds{});
-    EXPECT_EQ(App.Screen, AppScreen::LevelComplete);
 }
 
 TEST_F(Screens, LeavingGameOverGoesToTheTopOfTheMenu) {
-    for (const auto& [code, sound] : std::vector<std::pair<PressCode, SoundEvent>>{
-             {Press::Confirm, SoundEvent::UiConfirm},
-             {Press::KeypadConfirm, SoundEvent::UiConfirm},
-             {Press::Back, SoundEvent::UiBack}}) {
-        App.Screen = AppScreen::GameOver;
-        App.MenuSelection = 3;
-        EXPECT_EQ(Press(code), Sounds{sound});
-        EXPECT_EQ(App.Screen, AppScreen::MainMenu);
-        EXPECT_EQ(App.MenuSelection, 0);
+    for (const auto& [code, sounds] : std::vector<std::pair<PressCode, Sounds>>{
+             {Press::Confirm, Confirm}, {Press::KeypadConfirm, Confirm}, {Press::Back, Back}}) {
+        Begin(AppScreen::GameOver);
+        ExpectPressBesideTheRun(code, sounds, [](GameApp& e) {
+            e.Screen = AppScreen::MainMenu;
+            e.MenuSelection = 0;
+        });
     }
-    App.Screen = AppScreen::GameOver;
-    EXPECT_EQ(Press(Press::Left), Sounds{});
-    EXPECT_EQ(App.Screen, AppScreen::GameOver);
 }
 
-TEST_F(Screens, EscapeLeavesTheOptions) {
+// --- Options ------------------------------------------------------------------------------------
+
+// The pages have tests of their own; here the way in, through each of them, and out again.
+TEST_F(Screens, TheOptionsGoBackToWhereTheyWereOpenedFrom) {
     for (const AppScreen opener : {AppScreen::MainMenu, AppScreen::Pause}) {
-        App.Screen = AppScreen::Options;
-        App.OptionsReturnScreen = opener;
-        EXPECT_EQ(Press(Press::Back), Sounds{SoundEvent::UiBack});
-        EXPECT_EQ(App.Screen, opener);
+        for (std::int32_t page = 1; page <= 3; ++page) {
+            Begin(opener);
+            App.MenuSelection = 1;
+            App.PauseSelection = 1;
+            EXPECT_EQ(Press(Press::Confirm), Confirm);
+            App.Rows.OptionsRootRow = page - 1;
+            EXPECT_EQ(Press(Press::Confirm), Confirm);
+            EXPECT_EQ(App.OptionsPage, static_cast<OptionsPage>(page));
+            EXPECT_EQ(Press(Press::Back), Back);
+            EXPECT_EQ(App.OptionsPage, OptionsPage::Root);
+            EXPECT_EQ(App.Screen, AppScreen::Options);
+            EXPECT_EQ(Press(Press::Back), Back);
+            EXPECT_EQ(App.Screen, opener);
+            EXPECT_EQ(App.MenuSelection, 1);
+            EXPECT_EQ(App.PauseSelection, 1);
+        }
     }
 }
 
 // --- How play ends ------------------------------------------------------------------------------
 
 TEST_F(Screens, ARunThatIsOverShowsGameOver) {
-    App.Screen = AppScreen::Playing;
+    Begin(AppScreen::Playing);
     App.HasSavedRun = true;
     App.LastSavedRevision = 0;
     CheckGameOverTransition(App);

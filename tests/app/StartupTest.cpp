@@ -153,6 +153,20 @@ TEST_F(Restart, ALaterStartKeepsTheOptionsAsTheyAre) {
     ShutdownGame(G);
 }
 
+TEST_F(Restart, AnUnknownLanguageIsPutRightInTheOptionsFile) {
+    ASSERT_TRUE(StartGame(G));
+    EXPECT_FALSE(G.App.OptionsDirty) << "the first one is known";
+    G.App.Language = "klingon";
+    G.App.OptionsDirty = true;
+    StartAgain();
+    EXPECT_EQ(G.App.Language, "en");
+    EXPECT_TRUE(G.App.OptionsDirty);
+    StartAgain();
+    EXPECT_EQ(G.App.Language, "en");
+    EXPECT_FALSE(G.App.OptionsDirty) << "the file has it by now";
+    ShutdownGame(G);
+}
+
 TEST_F(Restart, QuittingWritesAPendingSaveAtOnce) {
     ASSERT_TRUE(StartGame(G));
     ResetRun();

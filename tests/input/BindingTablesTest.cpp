@@ -64,6 +64,8 @@ TEST(RowTest, AJoystickShowsSixOfItsRows) {
     EXPECT_EQ(ShownRowCount(ControlsDevice::Keyboard), 8);
     EXPECT_EQ(ShownRowCount(ControlsDevice::Gamepad), 10);
     EXPECT_EQ(ShownRowCount(ControlsDevice::Joystick), 6);
+    EXPECT_EQ(ShownRowCount(static_cast<ControlsDevice>(3)), 6) << "as a joystick";
+    EXPECT_EQ(ShownRowCount(static_cast<ControlsDevice>(-1)), 6);
 }
 
 // Keyboard

@@ -1,6 +1,7 @@
 #include "input/ControlsEdit.h"
 
 #include "app/GameApp.h"
+#include "support/SameApp.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +79,51 @@ TEST(ControlsEditTest, IsNeverDirtyWhileThereIsNone) {
     app.ControlsEdit.PendingJoystick = {};
     app.ControlsEdit.PendingDevice = ControlsDevice::Joystick;
     EXPECT_FALSE(ControlsEditIsDirty(app));
+}
+
+TEST(ControlsEditTest, TheFactorySettingsAreThoseOfAllDevices) {
+    GameApp app;
+    app.KeyboardBindings = {};
+    app.GamepadBindings = {};
+    app.JoystickBindings = {};
+    app.ControlsDevice = ControlsDevice::Joystick;
+    BeginControlsEdit(app);
+    GameApp expected = app;
+    expected.ControlsEdit = {.PendingKeyboard = FactoryBindings::Keyboard,
+                             .PendingGamepad = FactoryBindings::Gamepad,
+                             .PendingJoystick = FactoryBindings::Joystick,
+                             .PendingDevice = ControlsDevice::Keyboard,
+                             .PendingValid = true};
+    ResetControlsEdit(app);
+    EXPECT_TRUE(Testing::SameApp(expected, app));
+}
+
+TEST(ControlsEditTest, ApplyingMakesTheChangesLive) {
+    GameApp app;
+    BeginControlsEdit(app);
+    app.ControlsEdit.PendingKeyboard[2] = 7;
+    app.ControlsEdit.PendingGamepad[3] = UnboundButton;
+    app.ControlsEdit.PendingJoystick[4] = 99;
+    app.ControlsEdit.PendingDevice = ControlsDevice::Gamepad;
+    GameApp expected = app;
+    expected.KeyboardBindings[2] = 7;
+    expected.GamepadBindings[3] = UnboundButton;
+    expected.JoystickBindings[4] = 99;
+    expected.ControlsDevice = ControlsDevice::Gamepad;
+    expected.OptionsDirty = true;
+    ApplyControlsEdit(app);
+    EXPECT_TRUE(Testing::SameApp(expected, app));
+}
+
+TEST(ControlsEditTest, ApplyingNothingSavesNothing) {
+    GameApp app;
+    BeginControlsEdit(app);
+    const GameApp before = app;
+    ApplyControlsEdit(app);
+    EXPECT_TRUE(Testing::SameApp(before, app));
+    app.ControlsEdit.PendingValid = false;
+    ApplyControlsEdit(app);
+    EXPECT_TRUE(Testing::SameApp(before, app)) << "the edit begins anew";
 }
 
 TEST(ControlsEditTest, EditsGoToTheWorkingCopyOnceThereIsOne) {

@@ -401,6 +401,37 @@ TEST(TaggedReader, DataThatRunsOutIsNotAnEnd) {
     EXPECT_EQ(reader.Position, reader.Size);
 }
 
+// Keys: a number, "A", a Bool, "B".
+TEST(TaggedReader, FindsTheNamedMembersAmongOthers) {
+    TaggedReader reader = ReaderOf(FromHex("0A 03 07000000 02 01 08 01000000 41 03 05000000"
+                                           "02 01 09 03 01000000 01"
+                                           "08 01000000 42 08 03000000 434445 01"));
+    const TaggedValue root = reader.ReadValue();
+    std::string_view name;
+    TaggedValue value;
+    ASSERT_EQ(reader.NextNamedMember(root, name, value), MemberStep::Pair);
+    EXPECT_EQ(name, "A");
+    EXPECT_EQ(std::get<std::int32_t>(value.Value), 5);
+    ASSERT_EQ(reader.NextNamedMember(root, name, value), MemberStep::Pair);
+    EXPECT_EQ(name, "B");
+    EXPECT_EQ(std::get<std::string>(value.Value), "CDE");
+    EXPECT_EQ(reader.NextNamedMember(root, name, value), MemberStep::End);
+    EXPECT_EQ(name, "B");
+    EXPECT_EQ(reader.Depth, 0U);
+    EXPECT_FALSE(reader.Failed);
+}
+
+TEST(TaggedReader, TellsANamedMemberThatNothingFollowsFromTheEnd) {
+    for (const char* const hex : {"0A", "0A 08 01000000 41", "0A 08 01000000 41 03 05000000",
+                                  "0A 08 FFFFFFFF 41", "0A 08 01000000 41 01"}) {
+        TaggedReader reader = ReaderOf(FromHex(hex));
+        const TaggedValue root = reader.ReadValue();
+        std::string_view name = "before";
+        TaggedValue value;
+        EXPECT_EQ(reader.NextNamedMember(root, name, value), MemberStep::DataRanOut) << hex;
+    }
+}
+
 TEST(TaggedReader, StopsPassingOverAtTheFirstByteThatIsNoTag) {
     // In the inner array stands a 00, behind it the outer object seems to go on.
     TaggedReader reader = ReaderOf(FromHex("0A 08 00000000 09 00 08 01000000 41 03 05000000 01"));

@@ -112,6 +112,12 @@ std::size_t CountDifferences(const Picture& a, const Picture& b) {
     return count;
 }
 
+// A run that writes must not be taken for one that has compared.
+testing::AssertionResult Written(const std::string& name) {
+    return testing::AssertionFailure()
+           << name << " has been written; run again without WIREFALL_UPDATE_GOLDEN";
+}
+
 testing::AssertionResult ReportDifference(const std::string& name, const Picture& expected,
                                           const Picture& actual) {
     const fs::path stem = FailureFolder / name;
@@ -135,7 +141,7 @@ testing::AssertionResult MatchesGolden(const std::string& name, const Picture& p
     const fs::path path = GoldenFolder / (name + ".png");
     if (IsUpdating()) {
         WritePng(path, picture);
-        return testing::AssertionSuccess();
+        return Written(name);
     }
     const std::optional<Picture> expected = ReadPng(path);
     if (!expected) {
@@ -149,12 +155,12 @@ testing::AssertionResult MatchesGolden(const std::string& name, const Picture& p
 }
 
 testing::AssertionResult MatchesChecksum(const std::string& name, const Picture& picture) {
+    static ChecksumTable table = ReadChecksums();
     const std::string sum = ChecksumOf(picture);
-    ChecksumTable table = ReadChecksums();
     if (IsUpdating()) {
         table[name] = sum;
         WriteChecksums(table);
-        return testing::AssertionSuccess();
+        return Written(name);
     }
     const auto kept = table.find(name);
     if (kept != table.end() && kept->second == sum) {

@@ -2,9 +2,9 @@
 
 // Comparing pictures with what is kept of them under tests/golden: whole PNG files for some, a
 // checksum in checksums.txt for all. With WIREFALL_UPDATE_GOLDEN=1 in the environment both are
-// rewritten instead (run the test program itself then, not many of it at a time); look at every
-// picture that changes. Where a picture differs, the expected, the actual and the difference lie in
-// golden-failures under the build directory.
+// rewritten instead and every comparison fails (run the test program itself then, not many of it
+// at a time); look at every picture that changes. Where a picture differs, the expected, the actual
+// and the difference lie in golden-failures under the build directory.
 
 #include "support/SoftwareCanvas.h"
 

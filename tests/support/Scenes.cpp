@@ -4,6 +4,7 @@
 #include "display/LogicalCanvas.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/OptionsScenes.h"
 #include "ui/BinaryRain.h"
 #include "ui/BoardScreen.h"
 #include "ui/CommandHints.h"
@@ -47,19 +48,6 @@ void PlaceEndpoints(RunState& run, const Endpoint& source, const Endpoint& sink)
     run.Sinks = {sink};
     StampEndpointTile(run, source, true);
     StampEndpointTile(run, sink, false);
-}
-
-void UseGamepad(SceneWorld& world) {
-    // Hints only ask whether a gamepad is there; nobody talks to it.
-    static int standIn = 0;
-    world.Controllers.Gamepad = reinterpret_cast<SDL_Gamepad*>(&standIn);
-    world.App.LastInputDevice = InputDevice::Gamepad;
-}
-
-void UseJoystick(SceneWorld& world) {
-    static int standIn = 0;
-    world.Controllers.Joystick = reinterpret_cast<SDL_Joystick*>(&standIn);
-    world.App.LastInputDevice = InputDevice::Joystick;
 }
 
 // The middle of a level that goes well enough: a route from the left edge to the right one, a loop
@@ -305,6 +293,13 @@ void ArrangeHelpFromPause(SceneWorld& world) {
     world.App.HelpReturnScreen = AppScreen::Pause;
 }
 
+void ArrangeHelpJoystick(SceneWorld& world) {
+    UseJoystick(world);
+    world.App.HelpReturnScreen = AppScreen::Pause;
+}
+
+void ArrangeHelpGamepad(SceneWorld& world) { UseGamepad(world); }
+
 void ArrangeCreditsMiddle(SceneWorld& world) { world.App.CreditsScroll = 400.0F; }
 
 void ArrangeCreditsEnd(SceneWorld& world) { world.App.CreditsScroll = 760.0F; }
@@ -323,9 +318,19 @@ void ArrangeLevelCompleteGamepad(SceneWorld& world) {
     world.App.PreviousSnapshot.Level = 0;
 }
 
+void ArrangeLevelCompleteJoystick(SceneWorld& world) {
+    ArrangeLevelComplete(world);
+    UseJoystick(world);
+}
+
 void ArrangeRunOver(SceneWorld& world) {
     ArrangeGameOver(world);
     LiveRun().TotalScore = -35;
+}
+
+void ArrangeRunOverGamepad(SceneWorld& world) {
+    ArrangeGameOver(world);
+    UseGamepad(world);
 }
 
 void ArrangeRunOverJoystick(SceneWorld& world) {
@@ -382,40 +387,67 @@ void DrawNarrow(SDL_Renderer* renderer, const SceneWorld& world) {
     DrawBoardScreen(renderer, 380, LogicalHeight);
 }
 
-const std::vector<Scene> Scenes = {
+const std::vector<Scene> OtherScenes = {
     {.Name = "board-busy",
      .Arrange = ArrangeBusyRun,
      .Draw = DrawPlaying,
-     .Goldens = {{960, "roomy"}, {1280, "roomy"}, {1280, "tight"}, {1280, "tightest"}}},
-    {.Name = "board-cursor-on-source", .Arrange = ArrangeCursorOnSource, .Draw = DrawPlaying},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"},
+                 {960, "tightest", "de"},
+                 {1280, "tight", "de"},
+                 {1280, "roomy", "long"},
+                 {960, "roomy"},
+                 {1280, "roomy"},
+                 {1280, "tight"},
+                 {1280, "tightest"}}},
+    {.Name = "board-cursor-on-source",
+     .Arrange = ArrangeCursorOnSource,
+     .Draw = DrawPlaying,
+     .Languages = {"en"}},
     {.Name = "board-every-tile",
      .Arrange = ArrangeEveryTile,
      .Draw = DrawPlaying,
+     .Languages = {"en"},
      .Goldens = {{1152, "roomy"}}},
     {.Name = "board-fast-forward",
      .Arrange = ArrangeFastForward,
      .Draw = DrawPlaying,
+     .Languages = {"en"},
      .Goldens = {{1080, "tight"}}},
     {.Name = "board-first", .Draw = DrawPlaying, .Goldens = {{1280, "roomy"}}},
-    {.Name = "board-game-over", .Arrange = ArrangeGameOver, .Draw = DrawPlaying},
+    {.Name = "board-game-over",
+     .Arrange = ArrangeGameOver,
+     .Draw = DrawPlaying,
+     .Languages = {"en"}},
     {.Name = "board-hints-gamepad", .Arrange = ArrangeGamepad, .Draw = DrawPlaying},
     {.Name = "board-hints-gamepad-rebound",
      .Arrange = ArrangeReboundGamepad,
      .Draw = DrawPlaying,
      .Goldens = {{960, "tightest"}}},
-    {.Name = "board-hints-joystick", .Arrange = ArrangeJoystick, .Draw = DrawPlaying},
+    {.Name = "board-hints-joystick",
+     .Arrange = ArrangeJoystick,
+     .Draw = DrawPlaying,
+     .Goldens = {{1080, "tight", "de"}}},
     {.Name = "board-hints-long-keys",
      .Arrange = ArrangeLongKeys,
      .Draw = DrawPlaying,
      .Goldens = {{960, "tight"}}},
-    {.Name = "board-hints-none-yet", .Arrange = ArrangeBusyRun, .Draw = DrawUnhinted},
+    {.Name = "board-hints-none-yet",
+     .Arrange = ArrangeBusyRun,
+     .Draw = DrawUnhinted,
+     .Languages = {"en"}},
     {.Name = "board-long-texts",
      .Arrange = ArrangeLongTexts,
      .Draw = DrawPlaying,
+     .Languages = {"en"},
      .Goldens = {{960, "roomy"}, {1280, "tightest"}}},
-    {.Name = "board-low", .Arrange = ArrangeBusyRun, .Draw = DrawLow, .Goldens = {{1280, "roomy"}}},
-    {.Name = "board-lowest", .Arrange = ArrangeBusyRun, .Draw = DrawLowest},
-    {.Name = "board-narrow", .Arrange = ArrangeBusyRun, .Draw = DrawNarrow},
+    {.Name = "board-low",
+     .Arrange = ArrangeBusyRun,
+     .Draw = DrawLow,
+     .Languages = {"en"},
+     .Goldens = {{1280, "roomy"}}},
+    {.Name = "board-lowest", .Arrange = ArrangeBusyRun, .Draw = DrawLowest, .Languages = {"en"}},
+    {.Name = "board-narrow", .Arrange = ArrangeBusyRun, .Draw = DrawNarrow, .Languages = {"en"}},
     {.Name = "board-negative-score", .Arrange = ArrangeNegativeScore, .Draw = DrawPlaying},
     {.Name = "board-overshot-counters",
      .Arrange = ArrangeOvershotCounters,
@@ -425,26 +457,45 @@ const std::vector<Scene> Scenes = {
     {.Name = "credits-middle",
      .Arrange = ArrangeCreditsMiddle,
      .Draw = DrawCredits,
-     .Goldens = {{1280, "roomy"}}},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"}, {1280, "roomy"}}},
     {.Name = "credits-start", .Draw = DrawCredits},
     {.Name = "game-over",
      .Arrange = ArrangeRunOver,
      .Draw = DrawGameOver,
-     .Goldens = {{1280, "roomy"}}},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"}, {1280, "roomy"}}},
+    {.Name = "game-over-gamepad", .Arrange = ArrangeRunOverGamepad, .Draw = DrawGameOver},
     {.Name = "game-over-joystick", .Arrange = ArrangeRunOverJoystick, .Draw = DrawGameOver},
     {.Name = "help-from-menu",
      .Draw = DrawHelp,
-     .Goldens = {{960, "roomy"}, {1280, "roomy"}, {1280, "tight"}}},
-    {.Name = "help-from-pause", .Arrange = ArrangeHelpFromPause, .Draw = DrawHelp},
-    {.Name = "help-quitting", .Arrange = ArrangeQuitting, .Draw = DrawHelp},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"},
+                 {960, "tight", "de"},
+                 {1280, "roomy", "de"},
+                 {1280, "roomy", "long"},
+                 {960, "roomy"},
+                 {1280, "roomy"},
+                 {1280, "tight"}}},
+    {.Name = "help-from-menu-gamepad", .Arrange = ArrangeHelpGamepad, .Draw = DrawHelp},
+    {.Name = "help-from-pause-joystick", .Arrange = ArrangeHelpJoystick, .Draw = DrawHelp},
+    {.Name = "help-from-pause",
+     .Arrange = ArrangeHelpFromPause,
+     .Draw = DrawHelp,
+     .Goldens = {{960, "roomy"}, {960, "tightest", "de"}}},
+    {.Name = "help-quitting", .Arrange = ArrangeQuitting, .Draw = DrawHelp, .Languages = {"en"}},
     {.Name = "level-complete",
      .Arrange = ArrangeLevelComplete,
      .Draw = DrawLevelComplete,
-     .Goldens = {{1280, "roomy"}}},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"}, {1280, "roomy"}}},
     {.Name = "level-complete-gamepad",
      .Arrange = ArrangeLevelCompleteGamepad,
      .Draw = DrawLevelComplete,
      .Goldens = {{960, "tight"}}},
+    {.Name = "level-complete-joystick",
+     .Arrange = ArrangeLevelCompleteJoystick,
+     .Draw = DrawLevelComplete},
     {.Name = "menu-first-start",
      .Draw = DrawMenu,
      .Goldens = {{960, "roomy"}, {1280, "roomy"}, {2560, "tightest"}}},
@@ -455,25 +506,35 @@ const std::vector<Scene> Scenes = {
     {.Name = "menu-long-texts",
      .Arrange = ArrangeLongTexts,
      .Draw = DrawMenu,
+     .Languages = {"en"},
      .Goldens = {{960, "tight"}}},
     {.Name = "menu-quitting",
      .Arrange = ArrangeQuitting,
      .Draw = DrawMenu,
+     .Languages = {"en"},
      .Goldens = {{1280, "tight"}}},
     {.Name = "menu-saved-run",
      .Arrange = ArrangeSavedRun,
      .Draw = DrawMenu,
-     .Goldens = {{1280, "tight"}}},
-    {.Name = "notes", .Draw = DrawNotes, .Goldens = {{1280, "roomy"}, {1280, "tightest"}}},
-    {.Name = "pause", .Arrange = ArrangePause, .Draw = DrawPause, .Goldens = {{1280, "roomy"}}},
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"}, {1280, "tight"}}},
+    {.Name = "notes",
+     .Draw = DrawNotes,
+     .Languages = {"en"},
+     .Goldens = {{1280, "roomy"}, {1280, "tightest"}}},
+    {.Name = "pause",
+     .Arrange = ArrangePause,
+     .Draw = DrawPause,
+     .Languages = {"en", "de", "long"},
+     .Goldens = {{960, "roomy", "de"}, {1280, "roomy"}}},
     {.Name = "pause-gamepad-last-row",
      .Arrange = ArrangePauseLastRow,
      .Draw = DrawPause,
-     .Goldens = {{960, "tight"}}},
+     .Goldens = {{960, "roomy", "de"}, {960, "tight"}}},
     {.Name = "pause-joystick", .Arrange = ArrangePauseJoystick, .Draw = DrawPause},
-    {.Name = "rain", .Draw = DrawRain, .Goldens = {{1728, "tight"}}},
-    {.Name = "rain-later", .Arrange = ArrangeLater, .Draw = DrawRain},
-    {.Name = "rain-still", .Draw = DrawStillRain},
+    {.Name = "rain", .Draw = DrawRain, .Languages = {"en"}, .Goldens = {{1728, "tight"}}},
+    {.Name = "rain-later", .Arrange = ArrangeLater, .Draw = DrawRain, .Languages = {"en"}},
+    {.Name = "rain-still", .Draw = DrawStillRain, .Languages = {"en"}},
 };
 
 } // namespace
@@ -489,12 +550,33 @@ CanvasSize SizeOf(std::int32_t logicalWidth, const PresentedScale& presented) {
             .SurfaceHeight = scaled(LogicalHeight)};
 }
 
-std::span<const Scene> AllScenes() { return Scenes; }
+std::span<const Scene> AllScenes() {
+    static const std::vector<Scene> scenes = [] {
+        std::vector<Scene> all = OtherScenes;
+        const std::vector<Scene> options = OptionsScenes();
+        all.insert(all.end(), options.begin(), options.end());
+        return all;
+    }();
+    return scenes;
+}
 
-void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world) {
+void UseGamepad(SceneWorld& world) {
+    static int standIn = 0;
+    world.Controllers.Gamepad = reinterpret_cast<SDL_Gamepad*>(&standIn);
+    world.App.LastInputDevice = InputDevice::Gamepad;
+}
+
+void UseJoystick(SceneWorld& world) {
+    static int standIn = 0;
+    world.Controllers.Joystick = reinterpret_cast<SDL_Joystick*>(&standIn);
+    world.App.LastInputDevice = InputDevice::Joystick;
+}
+
+void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world,
+                const LocalizationCatalogRecord& texts) {
     FreezeClock(SceneTime);
     LogicalWidth = logicalWidth;
-    LocalizationCatalog = {};
+    LocalizationCatalog = texts;
     StoreHudHintLines("", "", "", "", "");
     LiveSimulation().RunInitialised = false;
     world = {};
@@ -503,10 +585,10 @@ void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world
     }
 }
 
-Picture TakePicture(const Scene& scene, std::int32_t logicalWidth,
-                    const PresentedScale& presented) {
+Picture TakePicture(const Scene& scene, std::int32_t logicalWidth, const PresentedScale& presented,
+                    const LocalizationCatalogRecord& texts) {
     SceneWorld world;
-    EnterScene(scene, logicalWidth, world);
+    EnterScene(scene, logicalWidth, world, texts);
     SoftwareCanvas canvas(SizeOf(logicalWidth, presented));
     scene.Draw(canvas.Renderer(), world);
     return canvas.Read();

