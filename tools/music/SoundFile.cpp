@@ -134,6 +134,9 @@ void PutLittleEndian(std::ofstream& file, std::uint32_t value, int bytes) {
 } // namespace
 
 void WriteOgg(const std::string& path, const Sound& sound, const std::string& title) {
+    if (sound.Frames() == 0) {
+        throw std::runtime_error("there is no sound to write to " + path);
+    }
     OggEncoder encoder(path, title);
     encoder.WriteHeaders();
     // The encoder works in overlapping blocks. The one over the end gets the beginning to see,
