@@ -5,12 +5,16 @@
 // Reading takes the file into memory, decodes it into a document and installs that as the live run.
 
 #include "app/GameApp.h"
+#include "display/LogicalCanvas.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveDocument.h"
 #include "persist/SaveState.h"
 #include "persist/UserFolder.h"
+#include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/SoftwareCanvas.h"
+#include "ui/BoardScreen.h"
 
 #include <benchmark/benchmark.h>
 
@@ -323,6 +327,26 @@ BENCHMARK_F(Level12, ReadMsgPack)(benchmark::State& state) {
 BENCHMARK_F(Level12, ReadCbor)(benchmark::State& state) {
     WriteBytes(File, EncodeCbor(MakeSaveDocument()));
     Install(state, [this] { return DecodeCbor(ReadBytes(File)); });
+}
+
+// The heaviest run that a file can bring, from the file to the first frame of play on the screen.
+BENCHMARK_F(Level12, FirstFrameOfTheHeaviestSave)(benchmark::State& state) {
+    const SaveDocument document = Testing::HeaviestDocument();
+    TaggedWriter writer;
+    writer.OpenForWriting(File);
+    WriteSaveDocument(writer, &document);
+    writer.Close();
+    const Testing::SoftwareCanvas canvas;
+    for (auto _ : state) {
+        if (!InstallSaveDocument(App, DecodeTagged(File))) {
+            state.SkipWithError("The document is refused");
+        }
+        SetFastForward(true);
+        AdvanceSimulation(MaxFrameMs);
+        DrawBoardScreen(canvas.Renderer(), LogicalWidth, LogicalHeight);
+        SDL_FlushRenderer(canvas.Renderer());
+    }
+    state.counters["packets"] = static_cast<double>(LiveRun().Packets.size());
 }
 
 // The whole of a save as the frame loop sees it: staged, handed to the storage, cleaned up.

@@ -42,9 +42,18 @@ struct BenchmarkedFrame {
 };
 
 constexpr BenchmarkedFrame Frames[] = {
-    {"Playing", "board-busy"},      {"PlayingFirstBoard", "board-first"},
-    {"MainMenu", "menu-saved-run"}, {"MainMenuNewDigits", "menu-saved-run", true},
+    {"Playing", "board-busy"},
+    {"PlayingFirstBoard", "board-first"},
+    {"MainMenu", "menu-saved-run"},
+    {"MainMenuNewDigits", "menu-saved-run", true},
     {"NoteBoxes", "notes"},
+    {"Pause", "pause"},
+    {"Help", "help-from-menu"},
+    {"Credits", "credits-middle"},
+    {"LevelComplete", "level-complete"},
+    {"GameOver", "game-over"},
+    {"OptionsControls", "options-controls-gamepad-first"},
+    {"OptionsGraphics", "options-graphics-first"},
 };
 
 const Scene& SceneByName(std::string_view name) {

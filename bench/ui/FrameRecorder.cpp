@@ -12,6 +12,7 @@ bool __real_SDL_RenderFillRects(SDL_Renderer*, const SDL_FRect*, int);
 bool __real_SDL_RenderRect(SDL_Renderer*, const SDL_FRect*);
 bool __real_SDL_RenderTexture(SDL_Renderer*, SDL_Texture*, const SDL_FRect*, const SDL_FRect*);
 bool __real_SDL_SetRenderTarget(SDL_Renderer*, SDL_Texture*);
+bool __real_SDL_SetRenderClipRect(SDL_Renderer*, const SDL_Rect*);
 }
 
 namespace Wirefall::Benchmarks {
@@ -49,6 +50,10 @@ struct Replayer {
     }
 
     void operator()(const TargetOp& op) const { __real_SDL_SetRenderTarget(Renderer, op.Target); }
+
+    void operator()(const ClipOp& op) const {
+        __real_SDL_SetRenderClipRect(Renderer, op.Whole ? nullptr : &op.Rect);
+    }
 };
 
 } // namespace
@@ -141,6 +146,14 @@ bool __wrap_SDL_SetRenderTarget(SDL_Renderer* renderer, SDL_Texture* target) {
         Current->push_back(TargetOp{target});
     }
     return __real_SDL_SetRenderTarget(renderer, target);
+}
+
+bool __wrap_SDL_SetRenderClipRect(SDL_Renderer* renderer, const SDL_Rect* rect) {
+    if (Current != nullptr) {
+        const bool whole = rect == nullptr;
+        Current->push_back(ClipOp{whole, whole ? SDL_Rect{} : *rect});
+    }
+    return __real_SDL_SetRenderClipRect(renderer, rect);
 }
 }
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)

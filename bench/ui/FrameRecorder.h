@@ -35,7 +35,12 @@ struct TargetOp {
     SDL_Texture* Target;
 };
 
-using DrawOp = std::variant<FillOp, OutlineOp, TextureOp, TargetOp>;
+struct ClipOp {
+    bool Whole; ///< Nothing is clipped.
+    SDL_Rect Rect;
+};
+
+using DrawOp = std::variant<FillOp, OutlineOp, TextureOp, TargetOp, ClipOp>;
 using Recording = std::vector<DrawOp>;
 
 /// Takes down what `draw` asks of SDL, in order. It is drawn all the same.

@@ -112,13 +112,13 @@ std::string ResolvePath(const std::string& fileName) {
 // Whether the audio begins with something that can be played. The mixer's thread would look for the
 // first sound of an empty or broken piece for ever, since music loops.
 bool BeginsWithSound(MIX_Audio* audio) {
-    constexpr SDL_AudioSpec format = {SDL_AUDIO_F32, 2, 44100};
+    const SDL_AudioSpec format = {SDL_AUDIO_F32, 2, 44100};
     const MixerHandle mixer(MIX_CreateMixer(&format));
     MIX_Track* const track = MIX_CreateTrack(mixer.get());
     if (track == nullptr || !MIX_SetTrackAudio(track, audio) || !MIX_PlayTrack(track, 0)) {
         return false;
     }
-    std::array<float, 64> start{};
+    std::array<float, 2048> start{}; // As much as devices usually ask for.
     MIX_Generate(mixer.get(), start.data(), sizeof(start));
     return MIX_GetTrackPlaybackPosition(track) > 0 ||
            SDL_SetError("There is no sound at its beginning");

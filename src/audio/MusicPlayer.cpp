@@ -244,7 +244,7 @@ void UpdateStartupFade(MusicRuntime& music) {
         return;
     }
     if (music.FadeInMs > 0) {
-        const float elapsed = static_cast<float>(ClockMs() - music.StartupFadeStartTicks);
+        const auto elapsed = static_cast<float>(ClockMs() - music.StartupFadeStartTicks);
         const float progress = std::clamp(elapsed / static_cast<float>(music.FadeInMs), 0.0F, 1.0F);
         if (!MIX_SetTrackGain(music.MusicTrack, StartupGain(music, progress))) {
             SDL_Log("MIX_SetTrackGain failed during startup fade: %s", SDL_GetError());

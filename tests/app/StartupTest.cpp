@@ -1,5 +1,6 @@
 #include "app/Game.h"
 #include "app/SessionLog.h"
+#include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
 #include "sim/Simulation.h"
@@ -208,6 +209,29 @@ TEST_F(Startup, WithoutARendererItSaysSoAndTakesTheWindowDown) {
     EXPECT_FALSE(StartGame(G));
     EXPECT_TRUE(Contains(log.Messages(), "SDL_CreateRenderer failed: "));
     EXPECT_EQ(G.Window, nullptr);
+    EXPECT_EQ(SDL_WasInit(0), 0U);
+}
+
+// --- Without sound ------------------------------------------------------------------------------
+
+TEST_F(Startup, WithoutASoundDeviceTheGameRunsInSilence) {
+    const ScopedVariable nowhere("XDG_DATA_HOME", "/dev/null/nowhere");
+    const ScopedVariable verbose("WIREFALL_VERBOSE_LOG", "1");
+    const ScopedVariable noDevice("SDL_AUDIO_DRIVER", "no such driver");
+    const CapturedLog log;
+    ASSERT_TRUE(StartGame(G));
+    EXPECT_TRUE(Contains(log.Messages(), "MIX_CreateMixerDevice failed: "));
+    EXPECT_EQ(std::ranges::count(log.Messages(),
+                                 "Music runtime unavailable; game will run without music"),
+              1);
+    EXPECT_FALSE(G.Music.Ready);
+    for (const AppScreen screen : {AppScreen::MainMenu, AppScreen::Playing, AppScreen::Pause}) {
+        G.App.Screen = screen;
+        EnqueueSound(G.App, SoundEvent::UiConfirm);
+        RunFrame(G);
+        EXPECT_EQ(G.App.SoundQueueCount, 0U);
+    }
+    ShutdownGame(G);
     EXPECT_EQ(SDL_WasInit(0), 0U);
 }
 

@@ -7,12 +7,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <complex>
 #include <cstdint>
 #include <cstdlib>
 #include <numbers>
 #include <stdexcept>
+#include <thread>
 
 namespace Wirefall::Testing {
 
@@ -94,7 +96,7 @@ std::vector<float> Tone(const WavFormat& format, int frames, double hz, float am
 }
 
 Bytes WavFile(const WavFormat& format, std::span<const float> samples) {
-    constexpr std::uint32_t sampleBytes = 2;
+    const std::uint32_t sampleBytes = 2;
     const auto rate = static_cast<std::uint32_t>(format.Rate);
     const std::uint32_t frameBytes = static_cast<std::uint32_t>(format.Channels) * sampleBytes;
     const auto dataBytes = static_cast<std::uint32_t>(samples.size()) * sampleBytes;
@@ -141,7 +143,7 @@ MemoryEngine::MemoryEngine() {
 
 MemoryEngine::~MemoryEngine() { ShutdownAudio(Music, false); }
 
-std::vector<float> MemoryEngine::Play(int frames) {
+std::vector<float> MemoryEngine::Play(int frames) const {
     std::vector<float> samples(static_cast<std::size_t>(frames) * 2);
     MIX_Generate(Music.Mixer.get(), samples.data(),
                  static_cast<int>(samples.size() * sizeof(float)));
@@ -167,6 +169,17 @@ float PeakOf(std::span<const float> samples) {
 double DominantFrequency(std::span<const float> samples, int rate) {
     const double coarse = Strongest(samples, rate, 50.0, 2000.0, 5.0);
     return Strongest(samples, rate, coarse - 6.0, coarse + 6.0, 0.1);
+}
+
+bool WaitUntil(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 void InstallInfectedRun(int infected) {

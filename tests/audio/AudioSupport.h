@@ -8,6 +8,7 @@
 #include "velini/VelINIStream.h"
 
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -56,7 +57,7 @@ public:
     MemoryEngine& operator=(const MemoryEngine&) = delete;
     ~MemoryEngine();
 
-    std::vector<float> Play(int frames);
+    std::vector<float> Play(int frames) const;
 
     MusicRuntime Music;
 };
@@ -69,6 +70,9 @@ float PeakOf(std::span<const float> samples);
 /// The frequency at which the spectrum of the samples is highest, to a tenth of a hertz, between 50
 /// and 2000 Hz.
 double DominantFrequency(std::span<const float> samples, int rate);
+
+/// Lets the mixer's own thread work until the condition holds. False only when it never does.
+bool WaitUntil(const std::function<bool()>& condition);
 
 /// Installs a run with so many of 100 live tiles infected.
 void InstallInfectedRun(int infected);

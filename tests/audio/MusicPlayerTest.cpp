@@ -44,8 +44,9 @@ protected:
     void LoadPatterns(const std::vector<std::pair<std::string, std::string>>& patterns) {
         std::string text;
         for (const auto& [name, next] : patterns) {
-            text += "[Pattern." + name + "]\nFileName=" + Folder.Relative("tone.wav") +
-                    "\nNextPatternName=" + next + "\n";
+            text.append("[Pattern.").append(name).append("]\nFileName=");
+            text.append(Folder.Relative("tone.wav"));
+            text.append("\nNextPatternName=").append(next).append("\n");
         }
         const CapturedLog quiet;
         ASSERT_TRUE(LoadMusicPatterns(Testing::DocumentOf(text), Music));
@@ -267,8 +268,8 @@ TEST_F(Player, AudioWithoutALengthLastsForEver) {
 // --- The startup fade ---------------------------------------------------------------------------
 
 TEST_F(Player, TheFirstMenuRisesToItsGainInFadeInMs) {
-    constexpr float full = 0.5F;
-    constexpr float start = 0.28F * full;
+    const float full = 0.5F;
+    const float start = 0.28F * full;
     Update();
     EXPECT_TRUE(Music.StartupFadeActive);
     EXPECT_EQ(Music.StartupFadeStartTicks, Start);

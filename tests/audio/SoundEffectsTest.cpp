@@ -32,7 +32,7 @@ struct NamedRow {
 };
 
 TEST(SfxTable, HasTheElevenEffects) {
-    constexpr std::array<NamedRow, 11> expected = {{
+    const std::array<NamedRow, 11> expected = {{
         {"UiMove", 560, 0.16F, 45, 1984},
         {"UiConfirm", 900, 0.24F, 70, 3087},
         {"UiBack", 840, 0.22F, 85, 3748},
@@ -251,6 +251,7 @@ TEST_F(Effects, ThatCannotBeMadeAreLoggedAndSilent) {
         LoadSfx(Music);
     }
     std::vector<std::string> expected;
+    expected.reserve(SfxSpecs.size() + 12);
     for (const SfxSpec& row : SfxSpecs) {
         expected.push_back(std::string("MIX_CreateSineWaveAudio failed for SFX '") +
                            SoundEventName(row.Event) + "': Out of memory");

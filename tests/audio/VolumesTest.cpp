@@ -42,8 +42,8 @@ TEST(Volumes, EveryPairOfVolumesIsTheirProduct) {
 }
 
 TEST(Volumes, NonsenseStaysWithinTheLimits) {
-    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
-    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    const std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    const std::int32_t most = std::numeric_limits<std::int32_t>::max();
     GameOptions options;
     options.MasterVolume = most;
     options.MusicVolume = most;

@@ -1,12 +1,15 @@
 #include "persist/SampleRuns.h"
 
+#include "persist/RunConversion.h"
 #include "sim/LevelGeneration.h"
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
 #include "sim/RunCommands.h"
 #include "sim/Simulation.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 namespace Wirefall::Testing {
 
@@ -49,6 +52,31 @@ void StartSampleRun(std::int32_t level, std::uint32_t seed, int ticks) {
         player.PlayTick();
     }
     LiveSimulation().AccumulatorMs = 77;
+}
+
+SaveDocument HeaviestDocument() {
+    StartSampleRun(3, 5, 200);
+    SaveDocument document = MakeSaveDocument();
+    document.AccumulatorMs = std::numeric_limits<std::uint64_t>::max() - 1000;
+    document.FailureThreshold = std::numeric_limits<std::int32_t>::max();
+    document.LevelTargetPackets = std::numeric_limits<std::int32_t>::max();
+    document.SpawnIntervalTicks = 1;
+    document.VirusSpreadIntervalTicks = 1;
+    document.PacketGraceRemaining = 0;
+    document.VirusGraceRemaining = 0;
+    document.NextSpawnTick = 0;
+    constexpr DocumentTile InfectedCross = {
+        static_cast<std::int32_t>(TileType::Cross), AllExits, true, false, false, false, 0};
+    std::ranges::fill(document.Tiles, InfectedCross);
+    document.Sources.assign(MaxListElements, {0, 0, 1});
+    document.Sinks.assign(MaxListElements, {9, 9, 3});
+    document.Packets.clear();
+    for (std::size_t i = 0; i < MaxListElements; ++i) {
+        const auto cell = static_cast<std::int32_t>(i % 100);
+        document.Packets.push_back(
+            {cell % 10, cell / 10, static_cast<std::int32_t>(i / 100 % 4), false, 0});
+    }
+    return document;
 }
 
 std::uint64_t Checksum(const RunState& run) {

@@ -3,6 +3,7 @@
 // Runs that have been played for a while, so that every member of a save holds something of its
 // own.
 
+#include "persist/SaveDocument.h"
 #include "sim/MersenneTwister.h"
 #include "sim/RunState.h"
 
@@ -25,6 +26,11 @@ private:
 
 /// Makes the live run one of that level, played for `ticks`, that random play does not end.
 void StartSampleRun(std::int32_t level, std::uint32_t seed, int ticks);
+
+/// A save that is let in and asks for the most work: as many sources, sinks and packets as a list
+/// may have, on a board of infected crosses, in a level without an end, with steps waiting for
+/// centuries.
+SaveDocument HeaviestDocument();
 
 /// A checksum over everything in the run.
 std::uint64_t Checksum(const RunState& run);
