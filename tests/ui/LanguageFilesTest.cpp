@@ -226,9 +226,10 @@ TEST_F(LanguageFiles, ForgetTheListBefore) {
     Install("Languages.ini", "[Languages]\nDefault=fr\nFallback=fr\n"
                              "[Language.fr]\nFile=Localization/Fr.ini\n");
     EXPECT_EQ(Load("fr"), "fr");
-    Install("Languages.ini", TwoLanguages);
+    Install("Languages.ini", "[Language.de]\nFile=Localization/De.ini\n"
+                             "[Language.en]\nFile=Localization/En.ini\n");
     EXPECT_EQ(Load("fr"), "en");
-    EXPECT_EQ(Codes(), (Strings{"en", "de"}));
+    EXPECT_EQ(Codes(), (Strings{"de", "en"}));
     EXPECT_EQ(LocalizationCatalog.DefaultLanguage, "en");
     EXPECT_EQ(LocalizationCatalog.FallbackLanguage, "en");
 }
