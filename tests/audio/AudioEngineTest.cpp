@@ -38,7 +38,7 @@ using Testing::WaitUntil;
 using Lines = std::vector<std::string>;
 
 constexpr int Rate = 44100;
-constexpr std::uintmax_t BytesPerSecond = 4 * 44100;
+constexpr std::uintmax_t BytesPerSecond = std::uintmax_t{4} * Rate;
 
 const std::string ConfigFailed =
     "Music pattern config 'Music/MusicPatterns.ini' could not be loaded or contains no valid "
