@@ -79,8 +79,10 @@ libgmock-dev
 libgtest-dev
 libinih-dev
 libmsgpack-cxx-dev
+libogg-dev
 libpng-dev
 libsimpleini-dev
+libvorbis-dev
 libx11-dev
 llvm
 nlohmann-json3-dev

@@ -7,6 +7,7 @@
 #include "ui/RectBatch.h"
 #include "ui/Text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Wirefall {
@@ -19,6 +20,9 @@ constexpr PackedColor Ground = Rgba(0x020508ff);
 constexpr PackedColor Dim = Rgba(0x00000048);
 constexpr PackedColor OneColor = Rgba(0x48bc7656);
 constexpr PackedColor ZeroColor = Rgba(0x347c5652);
+
+// What can still be counted; no texture is as wide as that.
+constexpr float WidestCanvas = 2147483520.0F;
 
 constexpr std::int32_t CanvasPerTexel = 3;
 constexpr std::int32_t RainHeight = LogicalHeight / CanvasPerTexel;
@@ -134,7 +138,7 @@ void DrawBinaryRain(SDL_Renderer* renderer, float width, bool animated) {
     if (renderer == nullptr || !(width > 0.0F)) {
         return;
     }
-    const auto canvasWidth = static_cast<std::int32_t>(std::round(width));
+    const auto canvasWidth = static_cast<std::int32_t>(std::round(std::min(width, WidestCanvas)));
     const std::int32_t textureWidth =
         canvasWidth > CanvasPerTexel ? (canvasWidth + CanvasPerTexel - 1) / CanvasPerTexel : 1;
     const RainTicks ticks = TicksNow(animated);

@@ -1,6 +1,5 @@
 #include "ui/NoteBox.h"
 
-#include "ui/Glyphs.h"
 #include "ui/Primitives.h"
 #include "ui/RectBatch.h"
 #include "ui/Text.h"
@@ -47,8 +46,8 @@ void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float
     const auto d = [&](float k) { return DensityPx(context.Metrics.Density, k); };
     const float margin = d(16.0F);
     const float top = d(10.0F);
-    const auto bodyHeight = static_cast<float>(context.BodyScale * GlyphRows);
-    const auto headingHeight = static_cast<float>(context.HeadingScale * GlyphRows);
+    const float bodyHeight = TextHeight(context.BodyScale);
+    const float headingHeight = TextHeight(context.HeadingScale);
 
     DrawFrame(context.Renderer, x, y, w, h, accent);
     DrawText(context.Renderer, heading, x + margin, y + top, context.HeadingScale,
@@ -78,8 +77,8 @@ float MeasureNoteBox(const NoteBoxContext& context, std::span<const std::string>
         lines += WrapWords(context.BodyScale, paragraph, wrapWidth).size();
     }
     const auto lineCount = static_cast<float>(std::max<std::size_t>(1, lines));
-    return lineCount * context.LinePitch + static_cast<float>(context.HeadingScale * GlyphRows) +
-           2.0F * d(10.0F) + d(8.0F);
+    return lineCount * context.LinePitch + TextHeight(context.HeadingScale) + 2.0F * d(10.0F) +
+           d(8.0F);
 }
 
 } // namespace Wirefall

@@ -3,6 +3,7 @@
 #include "ui/Color.h"
 #include "ui/Primitives.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Wirefall {
 
@@ -97,7 +98,9 @@ std::int32_t TextWidth(std::string_view text, std::int32_t scale) {
     return static_cast<std::int32_t>(std::clamp(AdvanceOfText(text) * scale, Least, Greatest));
 }
 
-float TextHeight(std::int32_t scale) { return static_cast<float>(scale * GlyphRows); }
+float TextHeight(std::int32_t scale) {
+    return static_cast<float>(scale) * static_cast<float>(GlyphRows);
+}
 
 float ByteWidth(std::size_t bytes, std::int32_t scale) {
     return static_cast<float>(static_cast<std::int64_t>(bytes) * CharAdvance * scale);
@@ -124,16 +127,16 @@ void AddText(RectBatch& batch, std::string_view text, float x, float y, std::int
     if (fallback == nullptr) {
         return;
     }
+    const auto pixel = static_cast<float>(scale);
     float pen = x;
     for (std::size_t at = 0; at < text.size();) {
         const auto [codePoint, length] = DecodeUtf8(text, at);
         at += length;
         if (codePoint != Blank) {
             const Glyph* const glyph = FindGlyph(codePoint);
-            AddGlyph(batch, glyph == nullptr ? *fallback : *glyph, pen, y,
-                     static_cast<float>(scale));
+            AddGlyph(batch, glyph == nullptr ? *fallback : *glyph, pen, y, pixel);
         }
-        pen += static_cast<float>(AdvanceOf(codePoint) * scale);
+        pen += static_cast<float>(AdvanceOf(codePoint)) * pixel;
     }
 }
 
@@ -146,10 +149,11 @@ void DrawTextCentered(SDL_Renderer* renderer, std::string_view text, float cente
 float InkCenteredY(std::string_view text, std::int32_t scale, float top, float height) {
     const InkRows ink = InkRowsOf(text);
     if (!ink.Any()) {
-        return (height - static_cast<float>(GlyphRows * scale)) / 2.0F + top;
+        return (height - TextHeight(scale)) / 2.0F + top;
     }
-    const auto inkHeight = static_cast<float>((ink.Bottom - ink.Top + 1) * scale);
-    return (height - inkHeight) / 2.0F + top - static_cast<float>(scale * ink.Top);
+    const auto pixel = static_cast<float>(scale);
+    const float inkHeight = static_cast<float>(ink.Bottom - ink.Top + 1) * pixel;
+    return (height - inkHeight) / 2.0F + top - static_cast<float>(ink.Top) * pixel;
 }
 
 std::vector<std::string> WrapWords(std::int32_t scale, std::string_view text, float maxWidth) {

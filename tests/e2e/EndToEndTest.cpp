@@ -1,14 +1,13 @@
 // The game as a player has it: the executable, a display, a keyboard. What it shows is read off the
 // screen.
 
+#include "e2e/EndToEndFixture.h"
 #include "e2e/GameSession.h"
 #include "e2e/Player.h"
 #include "sim/PacketTick.h"
-#include "support/Png.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <memory>
@@ -22,40 +21,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr WindowSize Wide = {1280, 720, 1280};
-
 // The fade at the end, which no machine can make shorter.
 constexpr auto QuitFade = std::chrono::milliseconds(420);
-
-class EndToEndTest : public testing::Test {
-protected:
-    GameSession& Start(const WindowSize& window, DrawnBy drawnBy = DrawnBy::Software) {
-        return Keep(std::make_unique<GameSession>(window, drawnBy));
-    }
-
-    GameSession& Keep(std::unique_ptr<GameSession> session) {
-        Session = std::move(session);
-        return *Session;
-    }
-
-    void TearDown() override {
-        if (!HasFailure() || !Session) {
-            return;
-        }
-        std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::ranges::replace(name, '/', '-');
-        const std::filesystem::path path =
-            std::filesystem::path(WIREFALL_E2E_FAILURE_DIR) / (name + ".png");
-        if (!Session->LastSeen().Pixels.empty()) {
-            WritePng(path, Session->LastSeen());
-            ADD_FAILURE() << "The last screenshot is " << path.string();
-        }
-        ADD_FAILURE() << "The game printed: " << Session->Printed();
-    }
-
-private:
-    std::unique_ptr<GameSession> Session;
-};
 
 } // namespace
 

@@ -26,6 +26,18 @@ std::string OptionsWithoutLeaks() {
     return (options != nullptr ? std::string(options) + ":" : "") + "detect_leaks=0";
 }
 
+constexpr const char* WindowName = "Wirefall";
+
+std::filesystem::path ConfigPath(const TemporaryFolder& home) {
+    return home.Path() / "data" / "Velkor" / "Wirefall" / "Config.ini";
+}
+
+std::string TextOf(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
 std::int32_t RowsBefore(const MenuView& view) { return view.OffersToContinue ? 1 : 0; }
 
 } // namespace
@@ -76,20 +88,73 @@ GameSession::GameSession(const WindowSize& window, DrawnBy drawnBy)
 
 GameSession::GameSession(const WindowSize& window, std::int32_t screenWidth,
                          std::int32_t screenHeight, DrawnBy drawnBy)
-    : Display(screenWidth, screenHeight, Home.Path()),
-      Eyes(window),
-      Spec(GameSpec(Home, Display.Name(), drawnBy)),
-      Program(Spec) {}
+    : GameSession(SessionSpec{.Window = window,
+                              .ScreenWidth = screenWidth,
+                              .ScreenHeight = screenHeight,
+                              .Drawing = drawnBy}) {}
 
-std::string GameSession::Printed() const {
-    std::ostringstream text;
-    text << std::ifstream(Spec.Output).rdbuf();
-    return text.str();
+GameSession::GameSession(const SessionSpec& spec)
+    : Display(spec.ScreenWidth, spec.ScreenHeight, Home.Path()),
+      OnDesktop(spec.Desktop),
+      Window(spec.Window),
+      Eyes(spec.Window),
+      Spec(GameSpec(Home, Display.Name(), spec.Drawing)) {
+    if (spec.Desktop) {
+        Display.StartWindowManager();
+    }
+    if (spec.Config) {
+        const std::filesystem::path path = ConfigPath(Home);
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << *spec.Config;
+    }
+    StartAgain();
 }
 
+void GameSession::StartAgain() { Program.emplace(Spec); }
+
+void GameSession::ReadAs(const WindowSize& window, const KeyboardTable& keys) {
+    Eyes.reset();
+    Window = window;
+    Eyes.emplace(window, keys);
+}
+
+std::string GameSession::ConfigText() const { return TextOf(ConfigPath(Home)); }
+
+std::string GameSession::Printed() const { return TextOf(Spec.Output); }
+
 const Screenshot& GameSession::Look() {
-    Seen = Display.Grab();
+    if (!OnDesktop) {
+        Seen = Display.Grab();
+        return Seen;
+    }
+    const std::optional<WindowPlace> place = Display.FindWindow(WindowName);
+    const bool known = place && place->Width == Window.Width && place->Height == Window.Height;
+    Seen = (known ? Display.Grab(*place) : std::nullopt).value_or(Screenshot{});
     return Seen;
+}
+
+void GameSession::WaitForWindow(std::int32_t width, std::int32_t height) {
+    const auto end = std::chrono::steady_clock::now() + Patience;
+    while (true) {
+        const std::optional<WindowPlace> place = Display.FindWindow(WindowName);
+        if (place && place->Width == width && place->Height == height && Display.Grab(*place)) {
+            return;
+        }
+        if (HasEnded() || std::chrono::steady_clock::now() > end) {
+            throw std::runtime_error(
+                "Gave up waiting for a window of " + std::to_string(width) + "x" +
+                std::to_string(height) + "; it is " +
+                (place ? std::to_string(place->Width) + "x" + std::to_string(place->Height)
+                       : std::string("not there")));
+        }
+        std::this_thread::sleep_for(LookPause);
+    }
+}
+
+void GameSession::WaitForOptions(const std::string& what, const GameApp& app) {
+    const Lettering rows = Eyes->LearnOptions(app);
+    WaitUntil("the Options: " + what,
+              [&](const Screenshot& screen) { return Eyes->ShowsOptions(screen, rows); });
 }
 
 void GameSession::WaitUntil(const std::string& what,
@@ -100,8 +165,8 @@ void GameSession::WaitUntil(const std::string& what,
         return "waiting for " + what +
                (trouble != nullptr && !trouble->empty() ? " (" + *trouble + ")" : "");
     };
-    while (!sees(Look())) {
-        if (const std::optional<int> code = Program.ExitCode()) {
+    while (Look().Pixels.empty() || !sees(Seen)) {
+        if (const std::optional<int> code = Program->ExitCode()) {
             throw std::runtime_error("The game has ended with exit code " + std::to_string(*code) +
                                      ", " + missing());
         }
@@ -114,13 +179,13 @@ void GameSession::WaitUntil(const std::string& what,
 
 void GameSession::WaitForMenu(const MenuView& view) {
     WaitUntil("row " + std::to_string(view.Selection) + " of the main menu",
-              [&](const Screenshot& screen) { return Eyes.ReadMenu(screen) == view; });
+              [&](const Screenshot& screen) { return Eyes->ReadMenu(screen) == view; });
 }
 
 MenuView GameSession::WaitForAnyMenu() {
     std::optional<MenuView> view;
     WaitUntil("the main menu", [&](const Screenshot& screen) {
-        view = Eyes.ReadMenu(screen);
+        view = Eyes->ReadMenu(screen);
         return view.has_value();
     });
     return *view;
@@ -128,18 +193,18 @@ MenuView GameSession::WaitForAnyMenu() {
 
 void GameSession::WaitForOtherThanMenu() {
     WaitUntil("another screen than the main menu",
-              [&](const Screenshot& screen) { return !Eyes.ReadMenu(screen); });
+              [&](const Screenshot& screen) { return !Eyes->ReadMenu(screen); });
 }
 
 void GameSession::WaitForOtherThanPlay() {
     WaitUntil("another screen than the play screen",
-              [&](const Screenshot& screen) { return !Eyes.ReadCursor(screen); });
+              [&](const Screenshot& screen) { return !Eyes->ReadCursor(screen); });
 }
 
 Cell GameSession::WaitForPlay() {
     std::optional<Cell> cursor;
     WaitUntil("the play screen", [&](const Screenshot& screen) {
-        cursor = Eyes.ReadCursor(screen);
+        cursor = Eyes->ReadCursor(screen);
         return cursor.has_value();
     });
     return *cursor;
@@ -150,7 +215,7 @@ RunState GameSession::WaitForRun(const RunState* hint) {
     WaitUntil(
         "a play screen that can be read",
         [&](const Screenshot& screen) {
-            result = Eyes.ReadRun(screen, hint);
+            result = Eyes->ReadRun(screen, hint);
             return result.Run.has_value();
         },
         &result.Trouble);
@@ -191,7 +256,7 @@ void GameSession::LeaveToMenu() {
 }
 
 int GameSession::WaitForExit() {
-    const std::optional<int> code = Program.WaitForExit(Patience);
+    const std::optional<int> code = Program->WaitForExit(Patience);
     if (!code) {
         throw std::runtime_error("The game does not end");
     }

@@ -42,23 +42,52 @@ enum class DrawnBy : std::uint8_t {
 ProgramSpec GameSpec(const TemporaryFolder& home, const std::optional<std::string>& display,
                      DrawnBy drawnBy = DrawnBy::Software);
 
+/// What a player finds at a display.
+struct SessionSpec {
+    WindowSize Window;
+    std::int32_t ScreenWidth;
+    std::int32_t ScreenHeight;
+    DrawnBy Drawing = DrawnBy::Software;
+    /// A desktop with a window manager. The window is looked at wherever it is then.
+    bool Desktop = false;
+    /// The settings that lie there already; none on the first day.
+    std::optional<std::string> Config = {};
+};
+
 class GameSession {
 public:
+    explicit GameSession(const SessionSpec& spec);
     /// A game that has just been started, in a window of that size, on a screen of that size or of
     /// `screen`'s.
     explicit GameSession(const WindowSize& window, DrawnBy drawnBy = DrawnBy::Software);
     GameSession(const WindowSize& window, std::int32_t screenWidth, std::int32_t screenHeight,
                 DrawnBy drawnBy);
 
-    ScreenReader& Reader() { return Eyes; }
+    ScreenReader& Reader() { return *Eyes; }
     VirtualDisplay& Screen() { return Display; }
 
     /// The screen as it was when it was looked at last.
     const Screenshot& LastSeen() const { return Seen; }
+    /// The game's settings as they lie in the player's folder.
+    std::string ConfigText() const;
     /// What the game has printed.
     std::string Printed() const;
 
+    /// What the screen shows, or on a desktop the window. A desktop's window that is not there, or
+    /// not of the size that the reader reads, shows nothing: a picture without pixels.
     const Screenshot& Look();
+
+    /// Reads windows of that size from now on, in the catalog's language of now.
+    void ReadAs(const WindowSize& window, const KeyboardTable& keys = FactoryBindings::Keyboard);
+
+    /// On a desktop: until the game's window really has that size, and is all on the screen.
+    void WaitForWindow(std::int32_t width, std::int32_t height);
+
+    /// Until the game shows the Options as this record has them.
+    void WaitForOptions(const std::string& what, const GameApp& app);
+
+    /// Starts the game again after it has ended.
+    void StartAgain();
 
     /// Looks until `sees` is content with what it sees. Throws std::runtime_error when the game
     /// ends before or that does not come; `what` and the last `trouble` tell what was missing.
@@ -92,14 +121,16 @@ public:
 
     /// The exit code of a game that is about to end. Throws std::runtime_error when it does not.
     int WaitForExit();
-    bool HasEnded() { return Program.ExitCode().has_value(); }
+    bool HasEnded() { return Program->ExitCode().has_value(); }
 
 private:
     TemporaryFolder Home;
     VirtualDisplay Display;
-    ScreenReader Eyes;
+    bool OnDesktop;
+    WindowSize Window;
+    std::optional<ScreenReader> Eyes;
     ProgramSpec Spec;
-    ChildProgram Program;
+    std::optional<ChildProgram> Program;
     Screenshot Seen;
 };
 

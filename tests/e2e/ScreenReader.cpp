@@ -14,6 +14,7 @@
 #include "ui/HudLayout.h"
 #include "ui/MainMenu.h"
 #include "ui/Metrics.h"
+#include "ui/OptionsScreen.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -34,6 +35,20 @@ constexpr std::int32_t CounterValues = 24;
 constexpr std::int32_t Off = -1;
 
 Rgb Opaque(PackedColor color) { return {RedOf(color), GreenOf(color), BlueOf(color)}; }
+
+// The entries of a menu and the rows of a page.
+Lettering LetteringOf(const Screenshot& picture) {
+    const Rgb bright = Opaque(Palette::BrightText);
+    const Rgb normal = Opaque(Palette::NormalText);
+    Lettering lettering;
+    for (std::size_t i = 0; i < picture.Pixels.size(); ++i) {
+        if (picture.Pixels[i] == bright || picture.Pixels[i] == normal) {
+            lettering.Places.push_back(i);
+            lettering.Colors.push_back(picture.Pixels[i]);
+        }
+    }
+    return lettering;
+}
 
 // FNV-1a, 64 bits, over the pixels of the rectangle.
 std::uint64_t HashOf(const Screenshot& picture, const SDL_Rect& rect) {
@@ -105,7 +120,7 @@ std::vector<std::pair<TileType, std::int32_t>> DistinctTiles() {
 
 } // namespace
 
-ScreenReader::ScreenReader(const WindowSize& size)
+ScreenReader::ScreenReader(const WindowSize& size, const KeyboardTable& keys)
     : Size(size),
       Canvas({.LogicalWidth = size.LogicalWidth,
               .LogicalHeight = LogicalHeight,
@@ -113,7 +128,9 @@ ScreenReader::ScreenReader(const WindowSize& size)
               .SurfaceHeight = size.Height}) {
     SDL_GetRenderLogicalPresentationRect(Canvas.Renderer(), &Presented);
     LogicalWidth = size.LogicalWidth;
-    const CommandHints hints = BuildCommandHints(GameApp{}, ControllerSet{});
+    GameApp player;
+    player.KeyboardBindings = keys;
+    const CommandHints hints = BuildCommandHints(player, ControllerSet{});
     StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
     LearnMenu();
 }
@@ -124,11 +141,12 @@ void ScreenReader::LearnRuns() {
 }
 
 std::optional<MenuView> ScreenReader::ReadMenu(const Screenshot& screen) const {
-    const auto shows = [&](const Ink& ink) {
-        for (std::size_t i = 0; i < ink.Places.size(); ++i) {
-            const auto x = static_cast<std::int32_t>(ink.Places[i]) % Size.Width;
-            const auto y = static_cast<std::int32_t>(ink.Places[i]) / Size.Width;
-            if (Holds(screen, x, y) && screen.At(x, y) != ink.Colors[i]) {
+    const auto shows = [&](const KnownMenu& menu) {
+        const Lettering& entries = menu.Entries;
+        for (std::size_t i = 0; i < entries.Places.size(); ++i) {
+            const auto x = static_cast<std::int32_t>(entries.Places[i]) % Size.Width;
+            const auto y = static_cast<std::int32_t>(entries.Places[i]) / Size.Width;
+            if (Holds(screen, x, y) && screen.At(x, y) != entries.Colors[i]) {
                 return false;
             }
         }
@@ -138,9 +156,25 @@ std::optional<MenuView> ScreenReader::ReadMenu(const Screenshot& screen) const {
     return found == Menus.end() ? std::nullopt : std::optional(found->View);
 }
 
+Lettering ScreenReader::LearnOptions(const GameApp& app) {
+    GameApp still = app;
+    still.QuitRequested = true; // Without the rain, whose digits go by the clock.
+    BeginDrawing();
+    DrawOptionsScreen(Canvas.Renderer(), still, ControllerSet{});
+    return LetteringOf(Canvas.Read());
+}
+
+bool ScreenReader::ShowsOptions(const Screenshot& screen, const Lettering& rows) const {
+    if (!SeesAll(screen)) {
+        throw std::invalid_argument("The Options are read off the whole window only");
+    }
+    const Lettering seen = LetteringOf(screen);
+    return seen.Places == rows.Places && seen.Colors == rows.Colors;
+}
+
 std::uint64_t ScreenReader::MenuBrightness(const Screenshot& screen) const {
     std::uint64_t sum = 0;
-    for (const std::size_t place : Menus.front().Places) {
+    for (const std::size_t place : Menus.front().Entries.Places) {
         sum += screen.Pixels.at(place).G;
     }
     return sum;
@@ -271,8 +305,6 @@ bool ScreenReader::SeesAll(const Screenshot& screen) const {
 }
 
 void ScreenReader::LearnMenu() {
-    const Rgb bright = Opaque(Palette::BrightText);
-    const Rgb normal = Opaque(Palette::NormalText);
     constexpr std::int32_t MostRows = 6;
     for (const bool offersToContinue : {false, true}) {
         const std::int32_t rows = offersToContinue ? MostRows : MostRows - 1;
@@ -283,15 +315,7 @@ void ScreenReader::LearnMenu() {
             app.QuitRequested = true; // Without the rain, whose digits go by the clock.
             BeginDrawing();
             DrawMainMenu(Canvas.Renderer(), app);
-            const Screenshot picture = Canvas.Read();
-            Ink ink = {.View = {offersToContinue, selection}, .Places = {}, .Colors = {}};
-            for (std::size_t i = 0; i < picture.Pixels.size(); ++i) {
-                if (picture.Pixels[i] == bright || picture.Pixels[i] == normal) {
-                    ink.Places.push_back(i);
-                    ink.Colors.push_back(picture.Pixels[i]);
-                }
-            }
-            Menus.push_back(std::move(ink));
+            Menus.push_back({{offersToContinue, selection}, LetteringOf(Canvas.Read())});
         }
     }
 }

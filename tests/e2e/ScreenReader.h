@@ -4,6 +4,7 @@
 // can look like and finds what it sees among that, so it knows no colours and no layout of its own.
 // A run that it has read explains every pixel of the picture.
 
+#include "app/GameApp.h"
 #include "e2e/Screenshot.h"
 #include "sim/LevelGeneration.h"
 #include "sim/RunState.h"
@@ -35,6 +36,12 @@ struct MenuView {
     bool operator==(const MenuView&) const = default;
 };
 
+/// The lettering of a picture, pixel by pixel: what is the same whatever lies behind it.
+struct Lettering {
+    std::vector<std::size_t> Places; ///< Ascending.
+    std::vector<Rgb> Colors;
+};
+
 /// A run as it can be seen: on level 1, with the smallest PreviewRotation that looks right, and
 /// with directions of packets, clocks and engine unknown. Or, if there is none, why not.
 struct ReadResult {
@@ -46,8 +53,9 @@ struct ReadResult {
 class ScreenReader {
 public:
     /// For a window of that size, drawn by SDL's software renderer and with its top left corner in
-    /// that of the screen.
-    explicit ScreenReader(const WindowSize& size);
+    /// that of the screen, whose player has those keys.
+    explicit ScreenReader(const WindowSize& size,
+                          const KeyboardTable& keys = FactoryBindings::Keyboard);
 
     /// Draws beforehand all that ReadRun needs, which takes a second. Else its first call does, and
     /// the run goes on meanwhile.
@@ -56,6 +64,13 @@ public:
     /// Nothing when it is not the main menu at full brightness. The screen may be smaller than the
     /// window.
     std::optional<MenuView> ReadMenu(const Screenshot& screen) const;
+
+    /// The rows of the Options page that this record shows, on the player's keyboard, in the words
+    /// of the catalog.
+    Lettering LearnOptions(const GameApp& app);
+
+    /// Whether the screen shows these rows and no others, at full brightness.
+    bool ShowsOptions(const Screenshot& screen, const Lettering& rows) const;
 
     /// How bright the lettering of the main menu is, on a picture that may be fading.
     std::uint64_t MenuBrightness(const Screenshot& screen) const;
@@ -72,11 +87,9 @@ public:
     Screenshot DrawRun(const RunState& run);
 
 private:
-    /// A picture's lettering: what is the same whatever lies behind it.
-    struct Ink {
+    struct KnownMenu {
         MenuView View;
-        std::vector<std::size_t> Places;
-        std::vector<Rgb> Colors;
+        Lettering Entries;
     };
 
     /// What can be seen in a cell, but for the cursor.
@@ -117,7 +130,7 @@ private:
     SoftwareCanvas Canvas;
     SDL_FRect Presented{}; ///< Where the logical canvas lies in the window.
 
-    std::vector<Ink> Menus;
+    std::vector<KnownMenu> Menus;
     Screenshot StillPicture; ///< The play screen with nothing on it.
     std::vector<bool> IsStill;
     std::vector<Look> Looks;

@@ -4,10 +4,14 @@
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
+#include <fstream>
 #include <poll.h>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 // Last, since it defines many plain words as macros.
 #include <X11/Xlib.h>
@@ -83,12 +87,75 @@ struct VirtualDisplay::Connection {
     Connection(Connection&&) = delete;
     Connection& operator=(Connection&&) = delete;
 
+    std::pair<std::int32_t, std::int32_t> ScreenSize() const {
+        const int screen = DefaultScreen(Handle);
+        return {DisplayWidth(Handle, screen), DisplayHeight(Handle, screen)};
+    }
+
+    bool HasProperty(Atom name) const {
+        Atom type = None;
+        int format = 0;
+        unsigned long count = 0;
+        unsigned long rest = 0;
+        unsigned char* value = nullptr;
+        XGetWindowProperty(Handle, DefaultRootWindow(Handle), name, 0, 1, False, AnyPropertyType,
+                           &type, &format, &count, &rest, &value);
+        if (value != nullptr) {
+            XFree(value);
+        }
+        return type != None;
+    }
+
+    std::vector<Window> ChildrenOf(Window window) const {
+        Window root = None;
+        Window parent = None;
+        Window* children = nullptr;
+        unsigned int count = 0;
+        std::vector<Window> found;
+        if (XQueryTree(Handle, window, &root, &parent, &children, &count) != 0 &&
+            children != nullptr) {
+            found.assign(children, children + count);
+            XFree(children);
+        }
+        return found;
+    }
+
+    bool IsCalled(Window window, const std::string& title) const {
+        char* name = nullptr;
+        if (XFetchName(Handle, window, &name) == 0 || name == nullptr) {
+            return false;
+        }
+        const bool is = std::string_view(name).starts_with(title);
+        XFree(name);
+        return is;
+    }
+
+    // A window manager puts windows into frames of its own.
+    std::optional<WindowPlace> FindBelow(Window window, const std::string& title) const {
+        for (const Window child : ChildrenOf(window)) {
+            XWindowAttributes attributes = {};
+            if (IsCalled(child, title) && XGetWindowAttributes(Handle, child, &attributes) != 0 &&
+                attributes.map_state == IsViewable) {
+                WindowPlace place = {
+                    .X = 0, .Y = 0, .Width = attributes.width, .Height = attributes.height};
+                Window below = None;
+                XTranslateCoordinates(Handle, child, DefaultRootWindow(Handle), 0, 0, &place.X,
+                                      &place.Y, &below);
+                return place;
+            }
+            if (const std::optional<WindowPlace> place = FindBelow(child, title)) {
+                return place;
+            }
+        }
+        return std::nullopt;
+    }
+
     Display* Handle;
 };
 
 VirtualDisplay::VirtualDisplay(std::int32_t width, std::int32_t height,
                                const std::filesystem::path& folder)
-    : Xdotool(FindProgram("xdotool", "xdotool")), Log(folder / "display.log") {
+    : Xdotool(FindProgram("xdotool", "xdotool")), Folder(folder), Log(folder / "display.log") {
     Pipe readiness;
     const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
     Server = std::make_unique<ChildProgram>(
@@ -109,15 +176,48 @@ VirtualDisplay::VirtualDisplay(std::int32_t width, std::int32_t height,
 
 VirtualDisplay::~VirtualDisplay() = default;
 
+void VirtualDisplay::StartWindowManager() {
+    const std::filesystem::path configuration = Folder / "window-manager";
+    std::ofstream(configuration) << "<?xml version=\"1.0\"?>\n"
+                                    "<JWM>\n"
+                                    "  <Desktops width=\"1\" height=\"1\"/>\n"
+                                    "</JWM>\n";
+    Manager = std::make_unique<ChildProgram>(
+        ProgramSpec{.Arguments = {FindProgram("jwm", "jwm"), "-f", configuration.string()},
+                    .Environment = {{"DISPLAY", DisplayName}},
+                    .Output = Log});
+    // It sets this on the root window once it manages what is there.
+    const Atom ready = XInternAtom(Client->Handle, "_NET_SUPPORTING_WM_CHECK", False);
+    const auto end = std::chrono::steady_clock::now() + StartLimit;
+    while (!Client->HasProperty(ready)) {
+        if (Manager->ExitCode() || std::chrono::steady_clock::now() > end) {
+            throw std::runtime_error("The window manager has not started; see " + Log.string());
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
 Screenshot VirtualDisplay::Grab() {
+    const auto [width, height] = Client->ScreenSize();
+    return Grab({.X = 0, .Y = 0, .Width = width, .Height = height}).value();
+}
+
+std::optional<WindowPlace> VirtualDisplay::FindWindow(const std::string& title) {
+    return Client->FindBelow(DefaultRootWindow(Client->Handle), title);
+}
+
+std::optional<Screenshot> VirtualDisplay::Grab(const WindowPlace& place) {
     Display* const display = Client->Handle;
-    const int screen = DefaultScreen(display);
-    Screenshot picture{.Width = DisplayWidth(display, screen),
-                       .Height = DisplayHeight(display, screen),
-                       .Pixels = {}};
-    const std::unique_ptr<XImage, DestroyImage> image(XGetImage(
-        display, RootWindow(display, screen), 0, 0, static_cast<unsigned int>(picture.Width),
-        static_cast<unsigned int>(picture.Height), AllPlanes, ZPixmap));
+    const auto [width, height] = Client->ScreenSize();
+    if (place.X < 0 || place.Y < 0 || place.X + place.Width > width ||
+        place.Y + place.Height > height) {
+        return std::nullopt;
+    }
+    Screenshot picture{.Width = place.Width, .Height = place.Height, .Pixels = {}};
+    const std::unique_ptr<XImage, DestroyImage> image(
+        XGetImage(display, DefaultRootWindow(display), place.X, place.Y,
+                  static_cast<unsigned int>(place.Width), static_cast<unsigned int>(place.Height),
+                  AllPlanes, ZPixmap));
     if (image == nullptr) {
         throw std::runtime_error("The X server gives no picture of its screen");
     }
@@ -146,28 +246,19 @@ void VirtualDisplay::ReleaseKey(const std::string& key) { RunXdotool({"keyup", k
 
 bool VirtualDisplay::CloseWindows() {
     Display* const display = Client->Handle;
-    Window root = 0;
-    Window parent = 0;
-    Window* children = nullptr;
-    unsigned int count = 0;
-    if (XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count) == 0) {
-        return false;
-    }
     XEvent event = {};
     event.xclient.type = ClientMessage;
     event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
     event.xclient.format = 32;
     event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
     event.xclient.data.l[1] = CurrentTime;
-    for (unsigned int i = 0; i < count; ++i) {
-        event.xclient.window = children[i];
-        XSendEvent(display, children[i], False, NoEventMask, &event);
-    }
-    if (children != nullptr) {
-        XFree(children);
+    const std::vector<Window> windows = Client->ChildrenOf(DefaultRootWindow(display));
+    for (const Window window : windows) {
+        event.xclient.window = window;
+        XSendEvent(display, window, False, NoEventMask, &event);
     }
     XSync(display, False);
-    return count > 0;
+    return !windows.empty();
 }
 
 void VirtualDisplay::RunXdotool(const std::vector<std::string>& arguments) {

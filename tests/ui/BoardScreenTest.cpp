@@ -1,5 +1,6 @@
 #include "ui/BoardScreen.h"
 
+#include "base/Clock.h"
 #include "sim/Simulation.h"
 #include "support/Scenes.h"
 #include "support/SoftwareCanvas.h"
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 
 namespace Wirefall {
@@ -227,12 +229,25 @@ TEST_F(BoardPicture, ChangesNothingInTheRun) {
     EXPECT_EQ(LiveRun(), before);
 }
 
-TEST_F(BoardPicture, HasTheSameBackgroundInEveryFrame) { EXPECT_EQ(Drawn(), Drawn()); }
+TEST_F(BoardPicture, HasTheSameBackgroundInEveryFrame) {
+    FreezeClock(1000);
+    const Picture picture = Drawn();
+    FreezeClock(98765);
+    EXPECT_EQ(Drawn(), picture);
+    ResumeClock();
+}
 
 TEST_F(BoardPicture, HasNoBackgroundOnACanvasWithoutASize) {
-    SoftwareCanvas canvas;
-    DrawBoardScreen(canvas.Renderer(), 0, 720);
-    EXPECT_EQ(canvas.Read().At(1000, 400), (Rgb{0, 0, 0}));
+    constexpr std::array<std::array<std::int32_t, 2>, 4> Sizes = {
+        {{0, 720}, {1280, 0}, {-1280, 720}, {1280, -720}}};
+    for (const auto& [width, height] : Sizes) {
+        SoftwareCanvas canvas;
+        SDL_ClearError();
+        DrawBoardScreen(canvas.Renderer(), width, height);
+        const Picture picture = canvas.Read();
+        EXPECT_EQ(picture.At(2, 2), (Rgb{0, 0, 0})) << width << " by " << height;
+        EXPECT_EQ(picture.At(1000, 719), (Rgb{0, 0, 0})) << width << " by " << height;
+    }
 }
 
 TEST(BoardScreen, StartsARunIfThereIsNoneEvenWithoutARenderer) {

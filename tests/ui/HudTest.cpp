@@ -121,12 +121,18 @@ TEST(HudPlacement, HasTallerBarsAndLargerChipsWhenCompact) {
     EXPECT_FLOAT_EQ(hud.StatusHeight, 112.0F);
 }
 
-TEST(HudPlacement, ShrinksTheChipsTextBeforeTheirGaps) {
-    // Text of scale 3 whose chips may go down to 1.
-    UiMetrics metrics;
-    metrics.HudTextScale = 3;
-    const HudLayout hud = PlacedAt(720, metrics);
-    EXPECT_EQ(hud.ChipScale, 1);
+TEST(HudPlacement, ShrinksTheChipsTextAndTheirGaps) {
+    // There are 40 pixels for the chips whatever the size of the other lines. Those of text 2 would
+    // need 54 even without gaps, so their text shrinks to 1 as well.
+    for (const std::int32_t textScale : {1, 2}) {
+        UiMetrics metrics;
+        metrics.HudTextScale = textScale;
+        const HudLayout hud = PlacedAt(1000, metrics);
+        EXPECT_EQ(hud.ChipScale, 1) << textScale;
+        EXPECT_FLOAT_EQ(hud.ChipHeight, 12.0F) << textScale;
+        EXPECT_FLOAT_EQ(hud.ChipY[1] - hud.ChipY[0], 14.0F) << textScale;
+        EXPECT_FLOAT_EQ(hud.ChipY[2] - hud.ChipY[1], 14.0F) << textScale;
+    }
 }
 
 TEST(HudPlacement, KeepsItsColumnsWideOnANarrowPanel) {
@@ -265,11 +271,10 @@ TEST_F(HudPicture, PrintsTheRawCounters) {
     const float x = 1052.0F + 186.0F - ByteWidth(value.size(), 1) - 2.0F;
     DrawText(canvas.Renderer(), value, x, Layout().FailureLabelY, 1, Rgba(0xcaece0ff));
     const Picture expected = canvas.Read();
+    constexpr Rgb Bright = {0xca, 0xec, 0xe0};
     for (std::int32_t py = 382; py < 390; ++py) {
-        for (std::int32_t px = 1200; px < 1238; ++px) {
-            if (expected.At(px, py) != (Rgb{0, 0, 0})) {
-                EXPECT_EQ(picture.At(px, py), expected.At(px, py));
-            }
+        for (std::int32_t px = 1052; px < 1238; ++px) {
+            EXPECT_EQ(picture.At(px, py) == Bright, expected.At(px, py) == Bright) << px;
         }
     }
 }

@@ -2,6 +2,7 @@
 #include "display/LogicalCanvas.h"
 #include "support/SdlAllocationLimit.h"
 #include "support/SoftwareCanvas.h"
+#include "support/TargetTexture.h"
 #include "ui/BinaryRain.h"
 #include "ui/Localization.h"
 #include "ui/MainMenu.h"
@@ -12,8 +13,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
+#include <string_view>
 
 namespace Wirefall {
 
@@ -24,6 +28,7 @@ using Testing::Picture;
 using Testing::Rgb;
 using Testing::SdlAllocationLimit;
 using Testing::SoftwareCanvas;
+using Testing::TargetTexture;
 
 class Rain : public testing::Test {
 protected:
@@ -144,6 +149,44 @@ TEST_F(Rain, FallsBackToAPlainGroundWithoutATexture) {
 TEST_F(Rain, LeavesTheRenderTargetAsItWas) {
     Shown(true);
     EXPECT_EQ(SDL_GetRenderTarget(Canvas.Renderer()), nullptr);
+    const TargetTexture target(Canvas.Renderer());
+    SDL_SetRenderTarget(Canvas.Renderer(), target.Get());
+    RainCache.Valid = false;
+    DrawBinaryRain(Canvas.Renderer(), 1280.0F, true);
+    EXPECT_TRUE(RainCache.Valid) << "it was drawn";
+    EXPECT_EQ(SDL_GetRenderTarget(Canvas.Renderer()), target.Get());
+    SDL_SetRenderTarget(Canvas.Renderer(), nullptr);
+}
+
+TEST_F(Rain, FallsBackToAPlainGroundOnACanvasOfNoSizeThatThereIs) {
+    for (const float width : {3.0e9F, 1.0e30F, std::numeric_limits<float>::infinity()}) {
+        DrawBinaryRain(Canvas.Renderer(), width, true);
+        EXPECT_EQ(RainCache.Texture, nullptr) << width;
+    }
+}
+
+// Worked out by another program from the formula of the digits.
+constexpr std::array<std::string_view, 15> DigitsAt12345 = {
+    "010101110101", "101011100110", "100111011111", "100001101100", "000100100011",
+    "111010000011", "111000011100", "011001010110", "010111010101", "011111101011",
+    "111100011011", "100110100000", "101100111110", "000110111111", "110111111010",
+};
+
+TEST_F(Rain, ShowsTheDigitsOfTheMoment) {
+    FreezeClock(12345);
+    const Picture picture = Shown(true);
+    const Rgb ground = Shown(false).At(0, 0);
+    // A font pixel is two texels, and a texel three pixels of the canvas, so a digit stands every
+    // 42 pixels across and every 48 down, the first 6 to the left of the edge. Only a zero has the
+    // second pixel from the right in its second row.
+    for (std::int32_t row = 0; row < 15; ++row) {
+        for (std::int32_t column = 0; column < 12; ++column) {
+            const bool zero = picture.At(42 * column - 6 + 5 * 6 + 2, 48 * row + 6 + 2) != ground;
+            const char digit =
+                DigitsAt12345[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+            EXPECT_EQ(zero, digit == '0') << row << ' ' << column;
+        }
+    }
 }
 
 class Menu : public testing::Test {

@@ -3,7 +3,10 @@
 #include "support/SoftwareCanvas.h"
 #include "ui/RectBatch.h"
 
+#include <SDL3/SDL_error.h>
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace Wirefall {
 
@@ -122,10 +125,16 @@ TEST(Panels, TakeTheAlphaOfTheirBody) {
 
 TEST(Panels, AreNotDrawnWithoutASizeOrARenderer) {
     SoftwareCanvas canvas(SmallCanvas);
+    // Without the bars, which a box without a width or a height would still have.
     DrawPanel(canvas.Renderer(), 5.0F, 5.0F, 0.0F, 15.0F, Yellow, 255);
+    DrawPanel(canvas.Renderer(), 5.0F, 5.0F, 20.0F, 0.0F, Yellow, 255);
     DrawPanel(canvas.Renderer(), 5.0F, 5.0F, 20.0F, -1.0F, Yellow, 255);
-    DrawPanel(nullptr, 5.0F, 5.0F, 20.0F, 15.0F, Yellow, 255);
+    DrawPanel(canvas.Renderer(), 5.0F, 5.0F, 20.0F, std::numeric_limits<float>::quiet_NaN(), Yellow,
+              255);
     EXPECT_EQ(canvas.Read(), SoftwareCanvas(SmallCanvas).Read());
+    SDL_ClearError();
+    DrawPanel(nullptr, 5.0F, 5.0F, 20.0F, 15.0F, Yellow, 255);
+    EXPECT_STREQ(SDL_GetError(), "") << "SDL would complain";
 }
 
 TEST(ClipRestorers, PutBackTheRectangleThatWas) {

@@ -2,11 +2,16 @@
 
 #include "support/SdlAllocationLimit.h"
 #include "support/SoftwareCanvas.h"
+#include "support/TargetTexture.h"
 #include "ui/Primitives.h"
 
+#include <SDL3/SDL_error.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <limits>
 
 namespace Wirefall {
 
@@ -17,6 +22,7 @@ using Testing::Picture;
 using Testing::Rgb;
 using Testing::SdlAllocationLimit;
 using Testing::SoftwareCanvas;
+using Testing::TargetTexture;
 
 constexpr CanvasSize AtlasCanvas = {
     .LogicalWidth = 90, .LogicalHeight = 18, .SurfaceWidth = 90, .SurfaceHeight = 18};
@@ -95,15 +101,19 @@ TEST(SpriteAtlas, RepeatsTheOutermostPixelsInTheGutters) {
 }
 
 TEST(SpriteAtlas, LeavesTargetAndClipAsTheyWere) {
-    SoftwareCanvas canvas(AtlasCanvas);
-    ReleaseTextureAtlas();
-    const SDL_Rect clip = {3, 4, 5, 6};
-    SDL_SetRenderClipRect(canvas.Renderer(), &clip);
-    ASSERT_TRUE(BuildTextureAtlas(canvas.Renderer()));
-    SDL_Rect now = {};
-    SDL_GetRenderClipRect(canvas.Renderer(), &now);
-    EXPECT_EQ(SDL_GetRenderTarget(canvas.Renderer()), nullptr);
-    EXPECT_TRUE(SDL_RectsEqual(&now, &clip));
+    const SoftwareCanvas canvas(AtlasCanvas);
+    const TargetTexture target(canvas.Renderer());
+    for (SDL_Texture* const former : {target.Get(), static_cast<SDL_Texture*>(nullptr)}) {
+        ReleaseTextureAtlas();
+        SDL_SetRenderTarget(canvas.Renderer(), former);
+        const SDL_Rect clip = {3, 4, 5, 6};
+        SDL_SetRenderClipRect(canvas.Renderer(), &clip);
+        ASSERT_TRUE(BuildTextureAtlas(canvas.Renderer()));
+        SDL_Rect now = {};
+        SDL_GetRenderClipRect(canvas.Renderer(), &now);
+        EXPECT_EQ(SDL_GetRenderTarget(canvas.Renderer()), former);
+        EXPECT_TRUE(SDL_RectsEqual(&now, &clip));
+    }
 }
 
 TEST(SpriteAtlas, IsBuiltOnlyOnce) {
@@ -136,14 +146,25 @@ TEST(SpriteAtlas, FailsWithoutARenderer) {
     EXPECT_EQ(SpriteAtlas.Texture, nullptr);
 }
 
-TEST(Sprites, AreNotDrawnWithoutSizeRendererOrAtlas) {
+TEST(Sprites, AreNotDrawnWithoutASize) {
     SoftwareCanvas canvas(AtlasCanvas);
+    for (const float size : {0.0F, -16.0F, std::numeric_limits<float>::quiet_NaN()}) {
+        DrawSprite(canvas.Renderer(), SpritePlace, 20.0F, 16.0F, size);
+    }
+    const Picture picture = canvas.Read();
+    EXPECT_EQ(std::count(picture.Pixels.begin(), picture.Pixels.end(), Black),
+              std::ssize(picture.Pixels));
+}
+
+// SDL would complain of the one and the other.
+TEST(Sprites, AreNotDrawnWithoutARendererOrAnAtlas) {
+    const SoftwareCanvas canvas(AtlasCanvas);
+    SDL_ClearError();
     DrawSprite(nullptr, SpriteMove, 0.0F, 0.0F, 16.0F);
-    DrawSprite(canvas.Renderer(), SpriteMove, 0.0F, 0.0F, 0.0F);
-    DrawSprite(canvas.Renderer(), SpriteMove, 0.0F, 0.0F, -4.0F);
+    EXPECT_STREQ(SDL_GetError(), "");
     ReleaseTextureAtlas();
     DrawSprite(canvas.Renderer(), SpriteMove, 0.0F, 0.0F, 16.0F);
-    EXPECT_EQ(canvas.Read(), SoftwareCanvas(AtlasCanvas).Read());
+    EXPECT_STREQ(SDL_GetError(), "");
 }
 
 TEST(Sprites, AreDrawnPixelByPixelAtTheirOwnSize) {

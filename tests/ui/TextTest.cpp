@@ -172,6 +172,17 @@ TEST(CenteringInk, TakesAnUnknownCharacterAsAQuestionMark) {
     EXPECT_FLOAT_EQ(InkCenteredY("ñ", 3, 0.0F, 50.0F), InkCenteredY("?", 3, 0.0F, 50.0F));
 }
 
+TEST(ExtremeScales, OverflowNothing) {
+    constexpr std::int32_t Greatest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_FLOAT_EQ(TextHeight(Greatest), 8.0F * 2147483648.0F);
+    EXPECT_FLOAT_EQ(InkCenteredY("A", Greatest, 0.0F, 0.0F), -3.5F * 2147483648.0F);
+    EXPECT_FLOAT_EQ(InkCenteredY("", Greatest, 0.0F, 0.0F), -4.0F * 2147483648.0F);
+    EXPECT_FLOAT_EQ(ByteWidth(1000, Greatest), 7000.0F * 2147483648.0F);
+    SoftwareCanvas canvas(
+        {.LogicalWidth = 96, .LogicalHeight = 24, .SurfaceWidth = 96, .SurfaceHeight = 24});
+    DrawText(canvas.Renderer(), "AB", 0.0F, 0.0F, Greatest, Rgba(0xffffffff));
+}
+
 constexpr CanvasSize SmallCanvas = {
     .LogicalWidth = 96, .LogicalHeight = 24, .SurfaceWidth = 96, .SurfaceHeight = 24};
 constexpr Rgb White = {255, 255, 255};
