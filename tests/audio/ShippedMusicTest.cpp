@@ -92,9 +92,11 @@ std::vector<std::size_t> SoundPages(const Bytes& ogg) {
     constexpr std::ptrdiff_t PositionOffset = 6;
     constexpr std::ptrdiff_t PositionBytes = 8;
     std::vector<std::size_t> pages;
-    for (auto page = std::ranges::search(ogg, capture).begin();
-         page != ogg.end() && ogg.end() - page > PositionOffset + PositionBytes;
-         page = std::search(page + 1, ogg.end(), capture.begin(), capture.end())) {
+    const auto pageFrom = [&](Bytes::const_iterator from) {
+        return std::search(from, ogg.end(), capture.begin(), capture.end());
+    };
+    for (auto page = pageFrom(ogg.begin()); ogg.end() - page > PositionOffset + PositionBytes;
+         page = pageFrom(page + 1)) {
         if (std::any_of(page + PositionOffset, page + PositionOffset + PositionBytes,
                         [](std::uint8_t byte) { return byte != 0; })) {
             pages.push_back(static_cast<std::size_t>(page - ogg.begin()));
