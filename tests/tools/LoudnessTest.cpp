@@ -50,7 +50,7 @@ TEST(Loudness, LeavesOutPausesAndWhatIsFarBelowTheRest) {
     sound.Left = Sine(997, 0.1, 10);
     const std::vector<float> faint = Sine(997, 0.01, 10);
     sound.Left.insert(sound.Left.end(), faint.begin(), faint.end());
-    sound.Left.resize(sound.Frames() + 10 * SampleRate);
+    sound.Left.resize(sound.Frames() + std::size_t{10} * SampleRate);
     sound.Right = sound.Left;
     EXPECT_NEAR(IntegratedLoudness(sound), -20, 0.1);
 }

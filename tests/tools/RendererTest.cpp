@@ -151,7 +151,8 @@ TEST(Renderer, PutsVoicesWhereTheyBelong) {
 TEST(Renderer, LeavesOutHarmonicsThatTheRateCannotHold) {
     // Aliases of a saw at 3520 Hz would lie between its harmonics, and below the first as well.
     const Sound sound = Render(OneVoice("wave saw\nenvelope 1 100 1 10", "A7", 1)).Mix;
-    const std::size_t period = 4 * 441; // of 25 Hz; no harmonic of the note falls below 3520
+    constexpr std::size_t period =
+        std::size_t{4} * 441; // of 25 Hz; no harmonic of the note falls below 3520
     double sum = 0;
     for (std::size_t i = SampleRate / 2; i < SampleRate / 2 + 10 * period; ++i) {
         sum += static_cast<double>(sound.Left[i]);

@@ -165,7 +165,7 @@ struct Mistake {
 
 TEST(ScoreParser, TellsWhereAndWhatIsWrong) {
     const std::string start = "instrument a\npattern p\n  A4\n";
-    const Mistake mistakes[] = {
+    const std::vector<Mistake> mistakes = {
         {"", "1: there is no song"},
         {"tempo fast\n", "1: 'fast' is not a number"},
         {"tempo 12x\n", "1: '12x' is not a number"},

@@ -26,9 +26,9 @@ const fs::path DataFolder = WIREFALL_DATA_DIR;
 
 class ShippedMusic : public testing::TestWithParam<const char*> {
 protected:
-    fs::path OggPath() const { return DataFolder / "Music" / (std::string(GetParam()) + ".ogg"); }
+    static fs::path OggPath() { return DataFolder / "Music" / (std::string(GetParam()) + ".ogg"); }
 
-    Score ReadScore() const {
+    static Score ReadScore() {
         const fs::path path = fs::path(WIREFALL_SCORE_DIR) / (std::string(GetParam()) + ".score");
         std::ostringstream text;
         text << std::ifstream(path).rdbuf();

@@ -54,7 +54,7 @@ TEST_F(SoundFile, OggSoundsLikeWhatWentIn) {
     EXPECT_NEAR(IntegratedLoudness(decoded), IntegratedLoudness(Rendered), 0.2);
     double difference = 0;
     for (std::size_t i = 0; i < decoded.Frames(); ++i) {
-        const double left = static_cast<double>(decoded.Left[i] - Rendered.Left[i]);
+        const auto left = static_cast<double>(decoded.Left[i] - Rendered.Left[i]);
         difference += left * left;
     }
     EXPECT_LT(difference / static_cast<double>(decoded.Frames()), 1e-4);

@@ -109,20 +109,21 @@ double SamplePeak(const Sound& sound) {
             peak = std::max(peak, std::abs(sample));
         }
     }
-    return Decibels(peak);
+    return Decibels(static_cast<double>(peak));
 }
 
 double TruePeak(const Sound& sound) {
-    constexpr int Oversampling = 4;
-    constexpr int Reach = 12; // samples to each side that the interpolation looks at
+    constexpr std::size_t Oversampling = 4;
+    constexpr std::size_t Reach = 12; // samples to each side that the interpolation looks at
     std::array<std::array<double, 2 * Reach>, Oversampling> kernels{};
-    for (int phase = 0; phase < Oversampling; ++phase) {
-        for (int k = 0; k < 2 * Reach; ++k) {
-            const double x = k - (Reach - 1) - static_cast<double>(phase) / Oversampling;
+    for (std::size_t phase = 0; phase < Oversampling; ++phase) {
+        for (std::size_t k = 0; k < 2 * Reach; ++k) {
+            const double x =
+                static_cast<double>(k) - (Reach - 1.0) - static_cast<double>(phase) / Oversampling;
             const double sinc =
                 x == 0 ? 1 : std::sin(std::numbers::pi * x) / (std::numbers::pi * x);
             const double window = 0.5 + 0.5 * std::cos(std::numbers::pi * x / Reach);
-            kernels[static_cast<std::size_t>(phase)][static_cast<std::size_t>(k)] = sinc * window;
+            kernels[phase][k] = sinc * window;
         }
     }
     double peak = 0;

@@ -37,7 +37,7 @@ struct Setting {
 constexpr double LongestMs = 20000;
 constexpr double HighestHertz = 20000;
 
-constexpr Setting<Score> ScoreSettings[] = {
+constexpr auto ScoreSettings = std::to_array<Setting<Score>>({
     {"tempo", 1, {{{"quarters per minute", &Score::QuartersPerMinute, 20, 400}}}},
     {"beats", 1, {{{"quarters per bar", &Score::QuartersPerBar, 1, 16}}}},
     {"upbeat", 1, {{{"part of a bar", &Score::Upbeat, 0, 0.5}}}},
@@ -51,7 +51,7 @@ constexpr Setting<Score> ScoreSettings[] = {
      2,
      {{{"seconds", &Score::ReverbSeconds, 0.1, 10},
        {"cutoff", &Score::ReverbCutoff, 100, HighestHertz}}}},
-};
+});
 
 constexpr std::array<Number<Instrument>, 4> FilterNumbers = {{
     {"cutoff", &Instrument::FilterRest, 10, HighestHertz},
@@ -60,7 +60,7 @@ constexpr std::array<Number<Instrument>, 4> FilterNumbers = {{
     {"Q", &Instrument::FilterQ, 0.3, 20},
 }};
 
-constexpr Setting<Instrument> InstrumentSettings[] = {
+constexpr auto InstrumentSettings = std::to_array<Setting<Instrument>>({
     {"envelope",
      4,
      {{{"attack", &Instrument::Attack, 0.1, LongestMs},
@@ -91,13 +91,13 @@ constexpr Setting<Instrument> InstrumentSettings[] = {
     {"spread", 1, {{{"width", &Instrument::Spread, 0, 1}}}},
     {"echo", 1, {{{"share", &Instrument::Echo, 0, 1}}}},
     {"reverb", 1, {{{"share", &Instrument::Reverb, 0, 1}}}},
-};
+});
 
-constexpr std::pair<std::string_view, FilterKind> Filters[] = {
+constexpr auto Filters = std::to_array<std::pair<std::string_view, FilterKind>>({
     {"lowpass", FilterKind::Lowpass},
     {"highpass", FilterKind::Highpass},
     {"bandpass", FilterKind::Bandpass},
-};
+});
 
 /// How far the waves with infinitely many harmonics go.
 constexpr int HarmonicCount = 64;
@@ -255,12 +255,12 @@ private:
 
     void ParseLine(Words words) {
         using Handler = void (Parser::*)(Words);
-        constexpr std::tuple<std::string_view, Block, Handler> Openers[] = {
+        constexpr auto Openers = std::to_array<std::tuple<std::string_view, Block, Handler>>({
             {"instrument", Block::Instrument, &Parser::OpenInstrument},
             {"pattern", Block::Pattern, &Parser::OpenPattern},
             {"section", Block::Section, &Parser::OpenSection},
             {"song", Block::Song, &Parser::AddToSong},
-        };
+        });
         for (const auto& [word, block, open] : Openers) {
             if (words[0] == word) {
                 CloseBlock();
@@ -270,9 +270,9 @@ private:
             }
         }
         // By the order of Block.
-        constexpr Handler Contents[] = {&Parser::ParsePieceLine, &Parser::ParseInstrumentLine,
-                                        &Parser::ParsePatternLine, &Parser::ParsePart,
-                                        &Parser::AddToSong};
+        constexpr auto Contents = std::to_array<Handler>(
+            {&Parser::ParsePieceLine, &Parser::ParseInstrumentLine, &Parser::ParsePatternLine,
+             &Parser::ParsePart, &Parser::AddToSong});
         (this->*Contents[static_cast<std::size_t>(block_)])(words);
     }
 
@@ -294,10 +294,10 @@ private:
 
     /// Takes the numbers of a line by the table that knows its first word.
     template <typename Record, std::size_t Count>
-    void Set(Record& record, Words words, const Setting<Record> (&settings)[Count]) {
-        const auto setting = std::find_if(std::begin(settings), std::end(settings),
+    void Set(Record& record, Words words, const std::array<Setting<Record>, Count>& settings) {
+        const auto setting = std::find_if(settings.begin(), settings.end(),
                                           [&](const auto& each) { return each.Word == words[0]; });
-        if (setting == std::end(settings)) {
+        if (setting == settings.end()) {
             Fail("unknown word " + Quoted(words[0]));
         }
         const Words values = words.subspan(1);

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <iostream>
 #include <span>
 #include <sstream>
 #include <stdexcept>
@@ -66,13 +67,13 @@ void RenderFile(const std::string& scorePath, const std::string& outputPath) {
 int main(int argc, char** argv) {
     const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
     if (arguments.size() != 3) {
-        std::fprintf(stderr, "Usage: wirefall_music SCORE OUTPUT.ogg|OUTPUT.wav\n");
+        std::cerr << "Usage: wirefall_music SCORE OUTPUT.ogg|OUTPUT.wav\n";
         return EXIT_FAILURE;
     }
     try {
         Wirefall::Music::RenderFile(arguments[1], arguments[2]);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::cerr << error.what() << '\n';
         return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;
