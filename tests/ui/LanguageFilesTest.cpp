@@ -32,12 +32,10 @@ constexpr std::string_view TwoLanguages = "[Language.en]\nName=English\nFile=Loc
 class LanguageFiles : public testing::Test {
 protected:
     LanguageFiles() { std::filesystem::create_directory(Folder()); }
-    ~LanguageFiles() override {
+    void TearDown() override {
         std::filesystem::remove_all(Folder());
         LocalizationCatalog = {};
     }
-    LanguageFiles(const LanguageFiles&) = delete;
-    LanguageFiles& operator=(const LanguageFiles&) = delete;
 
     static std::filesystem::path Folder() {
         return std::filesystem::path(SDL_GetBasePath()) / "Localization";
