@@ -84,6 +84,7 @@ libpng-dev
 libsimpleini-dev
 libvorbis-dev
 libx11-dev
+libxrandr-dev
 llvm
 nlohmann-json3-dev
 shellcheck

@@ -6,6 +6,8 @@
 #include "display/VideoFixture.h"
 #include "input/OptionsInput.h"
 #include "support/SameApp.h"
+#include "support/XModes.h"
+#include "support/XServer.h"
 
 #include <gtest/gtest.h>
 
@@ -340,6 +342,61 @@ TEST(GraphicsEditTest, BeginningCuresASpoiltList) {
     EXPECT_EQ(CurrentResolution(app), (Resolution{1280, 720}));
     EXPECT_EQ(app.RefreshRate, 0);
     EXPECT_EQ(app.RefreshRates, std::vector<std::int32_t>{0});
+}
+
+// --- With a display that offers more than one resolution and rate
+
+class GraphicsEditDisplayTest : public testing::Test {
+protected:
+    GraphicsEditDisplayTest() {
+        RefreshDisplayModes(App, nullptr);
+        App.ResolutionIndex = FindResolutionIndex(App, 1920, 1080, 0);
+        RefreshRefreshRates(App);
+        App.RefreshRate = 60;
+        BeginGraphicsEdit(App, nullptr);
+    }
+
+    XServer Server{{{1920, 1080}}};
+    XModes Modes{{{1280, 720, 60}, {1600, 900, 75}, {1920, 1080, 60}, {1920, 1080, 144}}};
+    Video X11{"x11"};
+    GameApp App;
+};
+
+TEST_F(GraphicsEditDisplayTest, BeginningKeepsTheRefreshRate) {
+    EXPECT_EQ(App.Resolutions, (std::vector<Resolution>{{1280, 720}, {1600, 900}, {1920, 1080}}));
+    EXPECT_EQ(App.RefreshRates, (std::vector<std::int32_t>{0, 60, 144}));
+    EXPECT_EQ(App.GraphicsEdit.RefreshRate, 60);
+    EXPECT_EQ(App.RefreshRate, 60);
+    EXPECT_FALSE(GraphicsEditIsDirty(App));
+}
+
+TEST_F(GraphicsEditDisplayTest, RevertingGoesBackToTheRefreshRate) {
+    const GameApp before = App;
+    for (const std::int32_t row : {RefreshRow, ResolutionRow, AspectRow, FullscreenRow}) {
+        Adjust(App, row, -1);
+        EXPECT_NE(App.RefreshRate, 60) << row;
+        RevertGraphicsEdit(App, nullptr);
+        App.Rows.GraphicsRow = 0;
+        EXPECT_TRUE(SameApp(before, App)) << row;
+    }
+}
+
+TEST_F(GraphicsEditDisplayTest, TheFactoryRefreshRateIsAutomatic) {
+    App.ResolutionIndex = 0;
+    RefreshRefreshRates(App);
+    ASSERT_EQ(CurrentResolution(App), (Resolution{1280, 720}));
+    ASSERT_EQ(App.RefreshRate, 60);
+    ResetGraphicsEdit(App, nullptr);
+    EXPECT_EQ(App.RefreshRates, (std::vector<std::int32_t>{0, 60})) << "60 would be offered";
+    EXPECT_EQ(App.RefreshRate, 0);
+}
+
+TEST_F(GraphicsEditDisplayTest, InAWindowNoRefreshRateIsOffered) {
+    Adjust(App, FullscreenRow, 1);
+    EXPECT_EQ(App.RefreshRates, std::vector<std::int32_t>{0});
+    EXPECT_EQ(App.RefreshRate, 0);
+    Adjust(App, RefreshRow, 1);
+    EXPECT_EQ(App.RefreshRate, 0);
 }
 
 // --- With a window
