@@ -85,6 +85,7 @@ BENCHMARK_DEFINE_F(Audio, Start)(benchmark::State& state) {
         Open();
         bestBare = std::min(bestBare, Seconds() - start);
         std::vector<AudioHandle> loaded;
+        loaded.reserve(files.size());
         for (const std::string& file : files) {
             loaded.emplace_back(MIX_LoadAudio(Bare.get(), file.c_str(), false));
         }

