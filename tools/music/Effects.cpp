@@ -22,10 +22,8 @@ public:
     /// Puts a sample in, for the one that Out gave.
     void In(double sample) {
         samples_[position_] = sample;
-        position_ = (position_ + 1) % samples_.size();
+        position_ = position_ + 1 < samples_.size() ? position_ + 1 : 0;
     }
-
-    std::size_t Frames() const { return samples_.size(); }
 
 private:
     std::vector<double> samples_;

@@ -190,11 +190,12 @@ void AddNote(const Score& score, const Note& note, double pan, unsigned seed, Wa
         const double each = pair ? level * std::numbers::sqrt2 / 2 : level;
         const double left = std::cos(angle);
         const double right = std::sin(angle);
+        std::size_t at = start % part.Frames();
         for (std::size_t i = 0; i < frames; ++i) {
             const double value = each * voice.Next();
-            const std::size_t at = (start + i) % part.Frames();
             part.Left[at] += static_cast<float>(value * left);
             part.Right[at] += static_cast<float>(value * right);
+            at = at + 1 < part.Frames() ? at + 1 : 0;
         }
     }
 }
