@@ -1,6 +1,15 @@
 # What the game reads at run time, in data/. It lies beside the executable, in the build as where it
 # is installed; the game runs without it too.
-set(WIREFALL_DATA Localization/Languages.ini Localization/En.ini Localization/De.ini)
+set(WIREFALL_DATA
+    Localization/Languages.ini
+    Localization/En.ini
+    Localization/De.ini
+    Music/MusicPatterns.ini
+    Music/MenuCredits.ogg
+    Music/Gameplay.ogg
+    Music/Infection.ogg
+    Music/Water.ogg
+    Music/GameOver.ogg)
 
 # wirefall_data_beside(<target> <folder>)
 #

@@ -79,9 +79,12 @@ libgmock-dev
 libgtest-dev
 libinih-dev
 libmsgpack-cxx-dev
+libogg-dev
 libpng-dev
 libsimpleini-dev
+libvorbis-dev
 libx11-dev
+libxrandr-dev
 llvm
 nlohmann-json3-dev
 shellcheck

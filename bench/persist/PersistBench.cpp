@@ -6,6 +6,7 @@
 
 #include "app/GameApp.h"
 #include "display/LogicalCanvas.h"
+#include "persist/Options.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveDocument.h"
@@ -348,6 +349,23 @@ BENCHMARK_F(Level12, FirstFrameOfTheHeaviestSave)(benchmark::State& state) {
     }
     state.counters["packets"] = static_cast<double>(LiveRun().Packets.size());
 }
+
+// As much of one kind of line as an options file may have.
+void LoadLongestOptions(benchmark::State& state, const char* line) {
+    const Testing::UserFolder user;
+    std::string text = "[Options]\n";
+    while (text.size() < 256 * 1024) {
+        text += line;
+    }
+    user.Create();
+    Testing::WriteFileText(user.File("Config.ini"), text);
+    GameApp app;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(LoadOptions(app));
+    }
+}
+BENCHMARK_CAPTURE(LoadLongestOptions, BlankLines, "\n")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LoadLongestOptions, Elements, "a[]=1\n")->Unit(benchmark::kMillisecond);
 
 // The whole of a save as the frame loop sees it: staged, handed to the storage, cleaned up.
 BENCHMARK_F(Level12, SaveTickThatWrites)(benchmark::State& state) {

@@ -3,6 +3,7 @@
 #include "app/GameApp.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
+#include "input/ControlsEdit.h"
 #include "input/OptionsInput.h"
 #include "input/PressMeaning.h"
 #include "persist/SaveState.h"
@@ -28,8 +29,7 @@ void OpenOptions(GameApp& app, AppScreen returnScreen) {
     app.OptionsReturnScreen = returnScreen;
     app.Screen = AppScreen::Options;
     app.OptionsPage = OptionsPage::Root;
-    app.Capture.CaptureActive = false;
-    app.Capture.CaptureDevice = CaptureDevice::None;
+    EndCapture(app.Capture);
     app.ControlsEdit.PendingValid = false;
     app.GraphicsEdit.Valid = false;
     app.AudioEdit.Valid = false;

@@ -21,6 +21,7 @@
 #include <SDL3/SDL_mouse.h>
 
 #include <algorithm>
+#include <csignal>
 #include <random>
 #include <string>
 
@@ -31,6 +32,14 @@ namespace {
 void SeedSpareEngine(GameApp& app) {
     std::random_device device;
     SeedEngine(app.SpareEngine, device());
+}
+
+// A file that may not grow any further is a failed write, which is told and tried again, and no
+// reason to be ended.
+void IgnoreFileSizeSignal() {
+#ifdef SIGXFSZ
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+#endif
 }
 
 bool OpenWindow(Game& game) {
@@ -80,6 +89,7 @@ bool StartGame(Game& game) {
         SDL_Log("SDL_Init failed: %s", SDL_GetError());
         return false;
     }
+    IgnoreFileSizeSignal();
     SetLogPriorities();
     StartSessionLog();
 

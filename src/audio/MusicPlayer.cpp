@@ -230,7 +230,7 @@ bool PlayMusicPattern(MusicRuntime& music, const MusicPattern* pattern, std::int
     return true;
 }
 
-bool ApplyMusicGain(MusicRuntime& music) {
+bool ApplyMusicGain(const MusicRuntime& music) {
     if (music.MusicTrack == nullptr) {
         return true;
     }

@@ -38,7 +38,7 @@ bool PlayMusicPattern(MusicRuntime& music, const MusicPattern* pattern, std::int
 
 /// Gives the music track the gain that MusicGainReference points to, none if it is null. False when
 /// SDL fails; without a track there is nothing to do, which is true.
-bool ApplyMusicGain(MusicRuntime& music);
+bool ApplyMusicGain(const MusicRuntime& music);
 
 /// One step of the rise of the first pattern.
 void UpdateStartupFade(MusicRuntime& music);

@@ -163,7 +163,7 @@ void UnloadSfx(MusicRuntime& music) {
     }
 }
 
-void SetSfxTrackGains(MusicRuntime& music, float gain) {
+void SetSfxTrackGains(const MusicRuntime& music, float gain) {
     for (const TrackHandle& track : music.SfxTracks) {
         if (track && !MIX_SetTrackGain(track.get(), gain)) {
             SDL_Log("MIX_SetTrackGain failed for SFX track: %s", SDL_GetError());

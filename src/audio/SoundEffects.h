@@ -51,7 +51,7 @@ void LoadSfx(MusicRuntime& music);
 void UnloadSfx(MusicRuntime& music);
 
 /// Applies a gain of 0 to 1 to all effects. Failures are logged.
-void SetSfxTrackGains(MusicRuntime& music, float gain);
+void SetSfxTrackGains(const MusicRuntime& music, float gain);
 
 /// Plays the queued effects and empties the queue. Without an engine they are discarded, not kept.
 /// With more effects than tracks the latest cut off the earliest.

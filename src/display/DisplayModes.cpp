@@ -52,10 +52,6 @@ std::int32_t ClampIndex(std::int32_t index, std::size_t count) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(index, 0, last));
 }
 
-bool IsPlayable(std::int32_t width, std::int32_t height) {
-    return width >= MinimumWidth && height >= 1;
-}
-
 std::int32_t RoundedHz(const SDL_DisplayMode& mode) {
     auto rate = static_cast<double>(mode.refresh_rate);
     if (mode.refresh_rate_numerator > 0 && mode.refresh_rate_denominator > 0) {
@@ -105,6 +101,10 @@ const SDL_DisplayMode* DesktopMode() {
 }
 
 } // namespace
+
+bool IsPlayable(std::int32_t width, std::int32_t height) {
+    return width >= MinimumWidth && height >= 1;
+}
 
 std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode) {
     if (aspectMode == AspectMode::Classic4x3) {

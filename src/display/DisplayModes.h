@@ -16,6 +16,9 @@ namespace Wirefall {
 
 struct GameApp;
 
+/// Whether a screen of that size has room for the game: it is at least 1024 wide.
+bool IsPlayable(std::int32_t width, std::int32_t height);
+
 /// The resolutions that serve while the display's are not known, ascending by width, then height.
 std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode);
 

@@ -14,7 +14,6 @@ namespace Wirefall {
 namespace {
 
 constexpr std::int32_t VolumeStep = 5;
-constexpr std::int32_t MaxVolume = 100;
 
 // What the page edits besides the language, in the options and in the working copy.
 

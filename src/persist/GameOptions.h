@@ -11,6 +11,8 @@
 
 namespace Wirefall {
 
+inline constexpr std::int32_t MaxVolume = 100;
+
 struct GameOptions {
     Wirefall::ControlsDevice ControlsDevice = Wirefall::ControlsDevice::Keyboard;
     std::string Language = "en"; ///< A normalised language code.
@@ -23,7 +25,7 @@ struct GameOptions {
     std::int32_t RefreshRate = 0; ///< Hz; 0 is automatic.
     bool Fullscreen = true;
     bool VSync = true;
-    std::int32_t MasterVolume = 100; ///< Percent, as the next two.
+    std::int32_t MasterVolume = MaxVolume; ///< Percent, as the next two.
     std::int32_t MusicVolume = 50;
     std::int32_t SfxVolume = 75;
     bool MusicEnabled = true;

@@ -48,9 +48,7 @@ constexpr std::array<std::string_view, ActionCount> ActionKeys = {
 constexpr std::array<std::string_view, 4> TrueWords = {"1", "true", "yes", "on"};
 constexpr std::array<std::string_view, 4> FalseWords = {"0", "false", "no", "off"};
 
-constexpr std::int32_t MinimumWidth = 1024;
 constexpr std::int32_t MaxRefreshRate = 1000;
-constexpr std::int32_t MaxVolume = 100;
 constexpr const char* DefaultLanguage = "en";
 
 // Which numbers a binding of a device takes; what lies outside leaves it as it was.
@@ -135,7 +133,7 @@ void ReadResolution(const velINIStream& document, GameApp& app) {
     const Resolution read = {
         ConfigInt(document, GraphicsSection, "ResolutionWidth", present.Width),
         ConfigInt(document, GraphicsSection, "ResolutionHeight", present.Height)};
-    if (read.Height >= 1 && read.Width >= MinimumWidth &&
+    if (IsPlayable(read.Width, read.Height) &&
         IsResolutionAllowed(app.AspectMode, read.Width, read.Height)) {
         const std::span<const Resolution> offered = OfferedResolutions(app);
         if (std::ranges::find(offered, read) == offered.end()) {

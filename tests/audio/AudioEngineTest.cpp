@@ -38,7 +38,7 @@ using Testing::WaitUntil;
 using Lines = std::vector<std::string>;
 
 constexpr int Rate = 44100;
-constexpr std::uintmax_t BytesPerSecond = 4 * 44100;
+constexpr std::uintmax_t BytesPerSecond = std::uintmax_t{4} * Rate;
 
 const std::string ConfigFailed =
     "Music pattern config 'Music/MusicPatterns.ini' could not be loaded or contains no valid "
@@ -733,6 +733,15 @@ protected:
         }));
     }
 
+    // The menu's music at its full gain, until so many bytes of it are in the file.
+    void PlayMusicFor(std::uintmax_t bytes) {
+        Music.FadeInMs = 0;
+        const std::uintmax_t silence = std::filesystem::file_size(File);
+        Update();
+        EXPECT_TRUE(WaitUntil(
+            [this, silence, bytes] { return std::filesystem::file_size(File) > silence + bytes; }));
+    }
+
     // Both channels of the file, from the first frame that is not silent to the last.
     std::vector<float> Written() {
         const Testing::Bytes bytes = Testing::ReadFileBytes(File);
@@ -827,10 +836,7 @@ TEST_F(DiskOutput, MusicLoopsWithoutASeam) {
     // A whole number of periods of a hundred frames, so that the loop is one long tone.
     WriteTone("MenuCredits.ogg", 4400, 441.0);
     ASSERT_TRUE(Init());
-    Music.FadeInMs = 0;
-    Update();
-    ASSERT_TRUE(
-        WaitUntil([this] { return std::filesystem::file_size(File) > 2 * BytesPerSecond; }));
+    PlayMusicFor(2 * BytesPerSecond);
     ShutdownAudio(Music, false);
     const std::vector<float> left = Testing::LeftOf(Written());
     ASSERT_GT(left.size(), static_cast<std::size_t>(Rate));
@@ -843,9 +849,7 @@ TEST_F(DiskOutput, MusicLoopsWithoutASeam) {
 TEST_F(DiskOutput, TheEndFadesLinearlyToSilence) {
     WriteTone("MenuCredits.ogg", 4400, 441.0);
     ASSERT_TRUE(Init());
-    Music.FadeInMs = 0;
-    Update();
-    ASSERT_TRUE(WaitUntil([this] { return std::filesystem::file_size(File) > BytesPerSecond; }));
+    PlayMusicFor(BytesPerSecond);
     ShutdownAudio(Music, true);
     const std::vector<float> left = Testing::LeftOf(Written());
     const std::size_t fade = 360 * Rate / 1000;

@@ -213,9 +213,12 @@ TEST_F(AudioEditTest, ALanguageIsLoadedWhenItIsApplied) {
 TEST_F(AudioEditTest, WithoutAChangeOfLanguageTheCatalogStays) {
     LocalizationCatalog.Texts["Test.Key"] = "KEPT";
     Adjust(0, -1);
+    App.Language = "E n";
+    App.AudioEdit.Language = " EN"; // two ways to write one language
     Apply();
     EXPECT_EQ(LocalizationCatalog.Texts.count("Test.Key"), 1U);
     EXPECT_EQ(App.MasterVolume, 95);
+    EXPECT_EQ(App.Language, "en");
 }
 
 // The list of languages can have changed since: the one that was really loaded is what counts.

@@ -4,7 +4,10 @@
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
 #include "display/VideoFixture.h"
+#include "input/OptionsInput.h"
 #include "support/SameApp.h"
+#include "support/XModes.h"
+#include "support/XServer.h"
 
 #include <gtest/gtest.h>
 
@@ -95,6 +98,9 @@ TEST(GraphicsEditTest, EachSettingMakesItDirty) {
     BeginGraphicsEdit(app, nullptr);
     app.RefreshRate = 60;
     EXPECT_TRUE(GraphicsEditIsDirty(app));
+    app.RefreshRate = 0;
+    app.AspectMode = AspectMode::Classic4x3;
+    EXPECT_TRUE(GraphicsEditIsDirty(app)) << "though the resolution is the same";
 }
 
 TEST(GraphicsEditTest, ChangesThatEndWhereTheyBeganAreNone) {
@@ -119,6 +125,15 @@ TEST(GraphicsEditTest, RevertingGoesBackToTheSnapshot) {
     RevertGraphicsEdit(app, nullptr);
     app.Rows.GraphicsRow = 0;
     EXPECT_TRUE(SameApp(before, app));
+}
+
+TEST(GraphicsEditTest, RevertingToAResolutionThatIsNotOfferedKeepsTheChosenOne) {
+    GameApp app;
+    app.Resolutions = {{1921, 1081}};
+    BeginGraphicsEdit(app, nullptr);
+    Adjust(app, ResolutionRow, 1);
+    RevertGraphicsEdit(app, nullptr);
+    EXPECT_EQ(CurrentResolution(app), (Resolution{1280, 800}));
 }
 
 TEST(GraphicsEditTest, RevertingWithoutASnapshotDoesNothing) {
@@ -223,6 +238,7 @@ TEST(GraphicsEditTest, LeavingFullscreenMakesTheRefreshRateAutomatic) {
     Adjust(app, FullscreenRow, 1);
     EXPECT_FALSE(app.Fullscreen);
     EXPECT_EQ(app.RefreshRate, 0);
+    EXPECT_TRUE(app.DisplayModes.empty()) << "the display was asked anew, and there is none";
     Adjust(app, FullscreenRow, -1);
     EXPECT_TRUE(app.Fullscreen);
 }
@@ -262,6 +278,15 @@ TEST(GraphicsEditTest, FromAClassicListTheFactoryResolutionIsTheFirstWidescreenO
     ResetGraphicsEdit(app, nullptr);
     EXPECT_EQ(app.ResolutionIndex, 0);
     EXPECT_EQ(CurrentResolution(app), BuiltInResolutions(AspectMode::Widescreen).front());
+}
+
+// It is looked for in the list of before, whose first entry stands for it, and that is found again.
+TEST(GraphicsEditTest, TheFactoryResolutionIsTheFirstOneOfAListWithoutIt) {
+    GameApp app;
+    app.Resolutions = {{1366, 768}, {1920, 1080}};
+    app.ResolutionIndex = 1;
+    ResetGraphicsEdit(app, nullptr);
+    EXPECT_EQ(CurrentResolution(app), (Resolution{1366, 768}));
 }
 
 TEST(GraphicsEditTest, ApplyingNothingSavesNothing) {
@@ -319,6 +344,61 @@ TEST(GraphicsEditTest, BeginningCuresASpoiltList) {
     EXPECT_EQ(app.RefreshRates, std::vector<std::int32_t>{0});
 }
 
+// --- With a display that offers more than one resolution and rate
+
+class GraphicsEditDisplayTest : public testing::Test {
+protected:
+    GraphicsEditDisplayTest() {
+        RefreshDisplayModes(App, nullptr);
+        App.ResolutionIndex = FindResolutionIndex(App, 1920, 1080, 0);
+        RefreshRefreshRates(App);
+        App.RefreshRate = 60;
+        BeginGraphicsEdit(App, nullptr);
+    }
+
+    XServer Server{{{1920, 1080}}};
+    XModes Modes{{{1280, 720, 60}, {1600, 900, 75}, {1920, 1080, 60}, {1920, 1080, 144}}};
+    Video X11{"x11"};
+    GameApp App;
+};
+
+TEST_F(GraphicsEditDisplayTest, BeginningKeepsTheRefreshRate) {
+    EXPECT_EQ(App.Resolutions, (std::vector<Resolution>{{1280, 720}, {1600, 900}, {1920, 1080}}));
+    EXPECT_EQ(App.RefreshRates, (std::vector<std::int32_t>{0, 60, 144}));
+    EXPECT_EQ(App.GraphicsEdit.RefreshRate, 60);
+    EXPECT_EQ(App.RefreshRate, 60);
+    EXPECT_FALSE(GraphicsEditIsDirty(App));
+}
+
+TEST_F(GraphicsEditDisplayTest, RevertingGoesBackToTheRefreshRate) {
+    const GameApp before = App;
+    for (const std::int32_t row : {RefreshRow, ResolutionRow, AspectRow, FullscreenRow}) {
+        Adjust(App, row, -1);
+        EXPECT_NE(App.RefreshRate, 60) << row;
+        RevertGraphicsEdit(App, nullptr);
+        App.Rows.GraphicsRow = 0;
+        EXPECT_TRUE(SameApp(before, App)) << row;
+    }
+}
+
+TEST_F(GraphicsEditDisplayTest, TheFactoryRefreshRateIsAutomatic) {
+    App.ResolutionIndex = 0;
+    RefreshRefreshRates(App);
+    ASSERT_EQ(CurrentResolution(App), (Resolution{1280, 720}));
+    ASSERT_EQ(App.RefreshRate, 60);
+    ResetGraphicsEdit(App, nullptr);
+    EXPECT_EQ(App.RefreshRates, (std::vector<std::int32_t>{0, 60})) << "60 would be offered";
+    EXPECT_EQ(App.RefreshRate, 0);
+}
+
+TEST_F(GraphicsEditDisplayTest, InAWindowNoRefreshRateIsOffered) {
+    Adjust(App, FullscreenRow, 1);
+    EXPECT_EQ(App.RefreshRates, std::vector<std::int32_t>{0});
+    EXPECT_EQ(App.RefreshRate, 0);
+    Adjust(App, RefreshRow, 1);
+    EXPECT_EQ(App.RefreshRate, 0);
+}
+
 // --- With a window
 
 class GraphicsEditWindowTest : public testing::Test {
@@ -351,6 +431,25 @@ TEST_F(GraphicsEditWindowTest, TheWindowLearnsOfAChangeWhenItIsApplied) {
     EXPECT_TRUE(App.OptionsDirty);
     EXPECT_FALSE(GraphicsEditIsDirty(App));
     EXPECT_EQ(App.GraphicsEdit.Height, 800);
+}
+
+TEST_F(GraphicsEditWindowTest, ApplyingNothingLeavesTheWindowAlone) {
+    App.OptionsDirty = false;
+    App.ResetFrameClock = false;
+    ASSERT_TRUE(SDL_SetWindowSize(Window.get(), 900, 600));
+    ApplyGraphicsEdit(App, Window.get(), Renderer.get());
+    EXPECT_EQ(WindowSize(), (Resolution{900, 600}));
+    EXPECT_FALSE(App.ResetFrameClock);
+    EXPECT_FALSE(App.OptionsDirty);
+}
+
+TEST_F(GraphicsEditWindowTest, TheRowForItIsOnTheOptionsScreen) {
+    App.OptionsPage = OptionsPage::Graphics;
+    App.ResolutionIndex = 1;
+    App.Rows.GraphicsRow = 6;
+    PressOnOptions(App, Window.get(), Renderer.get(), Press::Confirm);
+    EXPECT_EQ(WindowSize(), (Resolution{1280, 800}));
+    EXPECT_TRUE(App.OptionsDirty);
 }
 
 TEST_F(GraphicsEditWindowTest, ResettingAndRevertingDoNotReachTheWindow) {

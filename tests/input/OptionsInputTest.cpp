@@ -165,6 +165,39 @@ TEST_F(OptionsInputTest, TheFirstMeaningThatMatchesDecides) {
     ExpectPress(SDL_SCANCODE_W, Move, [](GameApp& e) { e.Rows.OptionsRootRow = 1; });
 }
 
+// One key, bound by hand to several cursor actions, or to keys that mean something of their own.
+TEST_F(OptionsInputTest, TheCursorActionsGoInTheirOrderAndBeforeConfirmAndBack) {
+    constexpr std::array<InputAction, 4> Actions = {InputAction::CursorUp, InputAction::CursorDown,
+                                                    InputAction::CursorLeft,
+                                                    InputAction::CursorRight};
+    const std::array<Change, Actions.size()> changes = {
+        [](GameApp& e) { e.Rows.ControlsRow = 12; },
+        [](GameApp& e) { e.Rows.ControlsRow = 1; },
+        [](GameApp& e) { e.ControlsEdit.PendingDevice = ControlsDevice::Joystick; },
+        [](GameApp& e) { e.ControlsEdit.PendingDevice = ControlsDevice::Gamepad; },
+    };
+    for (const PressCode code : {KeyX, Press::Confirm, Press::KeypadConfirm, Press::Back}) {
+        for (std::size_t first = 0; first < Actions.size(); ++first) {
+            SCOPED_TRACE(first);
+            const GameApp before = App;
+            OpenControls(ControlsDevice::Keyboard, 0);
+            for (std::size_t i = first; i < Actions.size(); ++i) {
+                Bind(Actions.at(i), code);
+            }
+            ExpectPress(code, Move, changes.at(first));
+            App = before;
+        }
+    }
+}
+
+TEST_F(OptionsInputTest, ANewKeyMovesTheSelectionOnceItIsApplied) {
+    OpenControls(ControlsDevice::Keyboard, 8 + 2);
+    App.ControlsEdit.PendingKeyboard[ActionIndex(InputAction::CursorUp)] = KeyX;
+    ExpectPress(KeyX, None, Nothing);
+    Press(Press::Confirm);
+    ExpectPress(KeyX, Move, [](GameApp& e) { e.Rows.ControlsRow = 8 + 1; });
+}
+
 TEST_F(OptionsInputTest, KeysThatMeanNothingChangeNothing) {
     for (const OptionsPage page : AllPages) {
         Open(page);
@@ -461,6 +494,14 @@ TEST_F(CaptureTest, EscapeCancelsAndASecondOneLeavesThePage) {
             e.ControlsEdit.PendingValid = false;
             LeavesThePage(e);
         });
+    }
+}
+
+TEST_F(CaptureTest, EscapeCancelsEvenWhenItIsBound) {
+    Bind(InputAction::CursorUp, Press::Back);
+    for (const CaptureCase& c : CaptureCases()) {
+        StartCapture(c);
+        ExpectPress(Press::Back, Move, [](GameApp& e) { EndCapture(e.Capture); });
     }
 }
 

@@ -163,7 +163,7 @@ TEST_F(Exhaustion, NoFileNeedsMuchMemory) {
     EXPECT_LT(PeakMemoryKilobytes(), MostKilobytes);
 }
 
-TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemoryOrTime) {
+TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemory) {
     for (const std::string& line : {std::string("\n"), std::string("a\n"), std::string("a[]=1\n"),
                                     std::string(";\n"), std::string("[a];\n")}) {
         std::string text = "[Options]\n";
@@ -171,11 +171,9 @@ TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemoryOrTime) {
             text += line;
         }
         Testing::WriteFileText(User.File("Config.ini"), text);
-        const auto start = std::chrono::steady_clock::now();
         testing::internal::CaptureStdout();
         EXPECT_TRUE(LoadOptions(App));
         testing::internal::GetCapturedStdout();
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << line;
     }
     EXPECT_LT(PeakMemoryKilobytes(), MostKilobytes);
 }

@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace Wirefall {
 namespace {
 
@@ -78,6 +81,20 @@ TEST_F(GameFiles, BringTheRunBackAfterARestart) {
     EXPECT_EQ(G.App.LastSavedRevision, GetRevision());
     EXPECT_EQ(G.App.Screen, AppScreen::MainMenu);
     ShutdownGame(G);
+}
+
+TEST_F(GameFiles, ThatMayNotGrowDoNotEndTheGame) {
+    EXPECT_TRUE(Testing::HoldsInChild([this] {
+        // Whoever started the test may ignore it, which is inherited.
+        std::signal(SIGXFSZ, SIG_DFL); // NOLINT(cert-err33-c)
+        StartAndPlaySomeFrames();
+        Testing::StartSampleRun(3, 5, 200);
+        RunFrame(G);
+        const rlimit nothing = {0, 0};
+        setrlimit(RLIMIT_FSIZE, &nothing);
+        ShutdownGame(G);
+        return G.App.SaveDirty;
+    }));
 }
 
 struct Obstacle {

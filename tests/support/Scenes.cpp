@@ -338,7 +338,14 @@ void ArrangeRunOverJoystick(SceneWorld& world) {
     UseJoystick(world);
 }
 
+// As the frame loop does while the board is played on.
+void StoreHints(const SceneWorld& world) {
+    const CommandHints hints = BuildCommandHints(world.App, world.Controllers);
+    StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
+}
+
 void DrawPause(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
     DrawPauseScreen(renderer, world.App, world.Controllers);
 }
 
@@ -351,16 +358,13 @@ void DrawCredits(SDL_Renderer* renderer, const SceneWorld& world) {
 }
 
 void DrawLevelComplete(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
     DrawLevelCompleteScreen(renderer, world.App, world.Controllers);
 }
 
 void DrawGameOver(SDL_Renderer* renderer, const SceneWorld& world) {
+    StoreHints(world);
     DrawGameOverScreen(renderer, world.App, world.Controllers);
-}
-
-void StoreHints(const SceneWorld& world) {
-    const CommandHints hints = BuildCommandHints(world.App, world.Controllers);
-    StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
 }
 
 void DrawPlaying(SDL_Renderer* renderer, const SceneWorld& world) {

@@ -10,6 +10,7 @@
 
 #include <SDL3/SDL_render.h>
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -23,13 +24,13 @@ struct PresentedScale {
     float Scale;
 };
 
-inline constexpr PresentedScale Presented[] = {
+inline constexpr std::array<PresentedScale, 3> Presented = {{
     {"roomy", 1.0F},
     {"tight", 0.7F},
     {"tightest", 0.5F},
-};
+}};
 
-inline constexpr std::int32_t LogicalWidths[] = {960, 1080, 1152, 1280, 1728, 2560};
+inline constexpr std::array<std::int32_t, 6> LogicalWidths = {960, 1080, 1152, 1280, 1728, 2560};
 
 CanvasSize SizeOf(std::int32_t logicalWidth, const PresentedScale& presented);
 

@@ -177,7 +177,9 @@ TEST_F(BindingTexts, NameKeysInCapitals) {
 }
 
 TEST_F(BindingTexts, NameGamepadButtonsInCapitals) {
+    EXPECT_EQ(GamepadBindingText(0), "A");
     EXPECT_EQ(GamepadBindingText(9), "LEFTSHOULDER");
+    EXPECT_EQ(GamepadBindingText(25), "MISC6");
     EXPECT_EQ(GamepadBindingText(-1), "UNBOUND");
     EXPECT_EQ(GamepadBindingText(26), "UNBOUND");
 }

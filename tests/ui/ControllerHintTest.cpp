@@ -15,9 +15,7 @@ using Testing::UseJoystick;
 class ControllerHint : public testing::Test {
 protected:
     ControllerHint() { LocalizationCatalog = {}; }
-    ~ControllerHint() override { LocalizationCatalog = {}; }
-    ControllerHint(const ControllerHint&) = delete;
-    ControllerHint& operator=(const ControllerHint&) = delete;
+    void TearDown() override { LocalizationCatalog = {}; }
 
     std::string Hint(std::string_view select, std::string_view back) const {
         return BuildControllerHint(World.App, World.Controllers, select, back);

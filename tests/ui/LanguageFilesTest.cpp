@@ -32,12 +32,10 @@ constexpr std::string_view TwoLanguages = "[Language.en]\nName=English\nFile=Loc
 class LanguageFiles : public testing::Test {
 protected:
     LanguageFiles() { std::filesystem::create_directory(Folder()); }
-    ~LanguageFiles() override {
+    void TearDown() override {
         std::filesystem::remove_all(Folder());
         LocalizationCatalog = {};
     }
-    LanguageFiles(const LanguageFiles&) = delete;
-    LanguageFiles& operator=(const LanguageFiles&) = delete;
 
     static std::filesystem::path Folder() {
         return std::filesystem::path(SDL_GetBasePath()) / "Localization";
@@ -205,6 +203,35 @@ TEST_F(LanguageFiles, TakeTheFirstLanguageForAnUnknownDefault) {
     EXPECT_EQ(LocalizationCatalog.ActiveLanguage, "fr");
 }
 
+TEST_F(LanguageFiles, MayHaveAnotherFallbackThanDefault) {
+    Install("Languages.ini", "[Languages]\nDefault=de\nFallback=en\n" + std::string(TwoLanguages));
+    Install("En.ini", "[Common]\nCommon.Back=BACK\nCommon.Apply=APPLY\n");
+    Install("De.ini", "[Common]\nCommon.Back=ZURÜCK\n");
+    EXPECT_EQ(Load("fr"), "de");
+    EXPECT_EQ(LocalizationCatalog.FallbackLanguage, "en");
+    EXPECT_EQ(TextOf("Common.Back"), "ZURÜCK");
+    EXPECT_EQ(TextOf("Common.Apply"), "APPLY");
+}
+
+TEST_F(LanguageFiles, TakeTheDefaultForAnUnknownFallback) {
+    Install("Languages.ini", "[Languages]\nDefault=de\nFallback=es\n" + std::string(TwoLanguages));
+    EXPECT_EQ(Load("en"), "en");
+    EXPECT_EQ(LocalizationCatalog.DefaultLanguage, "de");
+    EXPECT_EQ(LocalizationCatalog.FallbackLanguage, "de");
+}
+
+TEST_F(LanguageFiles, ForgetTheListBefore) {
+    Install("Languages.ini", "[Languages]\nDefault=fr\nFallback=fr\n"
+                             "[Language.fr]\nFile=Localization/Fr.ini\n");
+    EXPECT_EQ(Load("fr"), "fr");
+    Install("Languages.ini", "[Language.de]\nFile=Localization/De.ini\n"
+                             "[Language.en]\nFile=Localization/En.ini\n");
+    EXPECT_EQ(Load("fr"), "en");
+    EXPECT_EQ(Codes(), (Strings{"de", "en"}));
+    EXPECT_EQ(LocalizationCatalog.DefaultLanguage, "en");
+    EXPECT_EQ(LocalizationCatalog.FallbackLanguage, "en");
+}
+
 TEST_F(LanguageFiles, AreChosenByACodeInAnyForm) {
     Install("Languages.ini", TwoLanguages);
     EXPECT_EQ(Load("DE "), "de");
@@ -253,6 +280,9 @@ TEST_F(LanguageFiles, AreReadOnceWhenTheLanguageIsItsOwnFallback) {
 TEST_F(LanguageFiles, CountAsLoadedWhenOneOfThemIsThere) {
     Install("Languages.ini", TwoLanguages);
     Install("En.ini", "[Common]\nCommon.Back=BACK\n");
+    Load("de");
+    EXPECT_TRUE(LocalizationCatalog.Loaded);
+    std::filesystem::rename(Folder() / "En.ini", Folder() / "De.ini");
     Load("de");
     EXPECT_TRUE(LocalizationCatalog.Loaded);
 }

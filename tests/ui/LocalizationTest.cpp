@@ -61,9 +61,7 @@ protected:
                                          {.Code = "fr", .Name = "Français", .File = "f.ini"},
                                          {.Code = "xx", .Name = "", .File = "x.ini"}};
     }
-    ~Languages() override { LocalizationCatalog = {}; }
-    Languages(const Languages&) = delete;
-    Languages& operator=(const Languages&) = delete;
+    void TearDown() override { LocalizationCatalog = {}; }
 
     static std::string Cycled(std::string field, std::int32_t direction) {
         CycleLanguage(field, direction);

@@ -159,6 +159,7 @@ TEST_F(Rain, LeavesTheRenderTargetAsItWas) {
 }
 
 TEST_F(Rain, FallsBackToAPlainGroundOnACanvasOfNoSizeThatThereIs) {
+    const SdlAllocationLimit noTextureOfThatSize(100000);
     for (const float width : {3.0e9F, 1.0e30F, std::numeric_limits<float>::infinity()}) {
         DrawBinaryRain(Canvas.Renderer(), width, true);
         EXPECT_EQ(RainCache.Texture, nullptr) << width;

@@ -25,9 +25,7 @@ using Rows = std::vector<OptionRow>;
 class OptionsPages : public testing::Test {
 protected:
     OptionsPages() { LocalizationCatalog = {}; }
-    ~OptionsPages() override { LocalizationCatalog = {}; }
-    OptionsPages(const OptionsPages&) = delete;
-    OptionsPages& operator=(const OptionsPages&) = delete;
+    void TearDown() override { LocalizationCatalog = {}; }
 
     OptionsPageTexts Page(OptionsPage page) {
         App.OptionsPage = page;

@@ -22,7 +22,6 @@ namespace Wirefall {
 namespace {
 
 using Testing::BoxOfColor;
-using Testing::CanvasSize;
 using Testing::Picture;
 using Testing::PixelBox;
 using Testing::Rgb;
@@ -42,13 +41,11 @@ protected:
         LocalizationCatalog = {};
         App.QuitRequested = true; // nothing but the panel
     }
-    ~OptionsScreen() override {
+    void TearDown() override {
         ResumeClock();
         LogicalWidth = 1280;
         LocalizationCatalog = {};
     }
-    OptionsScreen(const OptionsScreen&) = delete;
-    OptionsScreen& operator=(const OptionsScreen&) = delete;
 
     Picture Shown() const {
         SoftwareCanvas canvas({.LogicalWidth = LogicalWidth,
@@ -167,7 +164,7 @@ TEST_F(OptionsScreen, LetsTheColumnsFollowTheWidestValue) {
     EXPECT_EQ(BoxOfColor(picture, Normal, 180, 600)->Left, 351 + 3);
     App.Resolutions = {{1000000000, 1000000000}};
     picture = Shown(); // 21 characters, 441
-    EXPECT_NEAR(mark(), 640 - (336 + 32 + 441) / 2 - 24 + 3, 1);
+    EXPECT_NEAR(mark(), 640.0 - (336 + 32 + 441) / 2.0 - 24 + 3, 1);
 }
 
 TEST_F(OptionsScreen, MovesManyRowsTogether) {

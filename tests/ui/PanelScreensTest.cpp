@@ -54,13 +54,11 @@ protected:
         ResetRun();
         App.QuitRequested = true; // no digits in the background
     }
-    ~PanelScreens() override {
+    void TearDown() override {
         ResumeClock();
         LogicalWidth = 1280;
         LocalizationCatalog = {};
     }
-    PanelScreens(const PanelScreens&) = delete;
-    PanelScreens& operator=(const PanelScreens&) = delete;
 
     using Screen = void (*)(SDL_Renderer* renderer, const GameApp& app,
                             const ControllerSet& controllers);

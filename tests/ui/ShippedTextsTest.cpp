@@ -73,9 +73,7 @@ protected:
         GameOptions options;
         LoadLocalization(options);
     }
-    ~ShippedTexts() override { LocalizationCatalog = {}; }
-    ShippedTexts(const ShippedTexts&) = delete;
-    ShippedTexts& operator=(const ShippedTexts&) = delete;
+    void TearDown() override { LocalizationCatalog = {}; }
 
     // The texts of one language alone, without those of the fallback.
     static Texts TextsOf(const LanguageEntry& language) {

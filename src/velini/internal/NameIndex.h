@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -75,7 +74,7 @@ private:
         const std::size_t slots = std::bit_ceil(2 * room + 1);
         Clear();
         tags_.resize(slots, FreeTag);
-        positions_ = std::make_unique_for_overwrite<Position[]>(slots);
+        positions_.resize(slots);
         for (std::size_t position = 0; position < records.size(); ++position) {
             Probe(records, records[position].Name, position, comparisons);
         }
@@ -104,8 +103,8 @@ private:
         return position;
     }
 
-    std::vector<std::uint8_t> tags_; // a power of two of them, no more than half of them used
-    std::unique_ptr<Position[]> positions_; // as many; those of free tags mean nothing
+    std::vector<std::uint8_t> tags_;  // a power of two of them, no more than half of them used
+    std::vector<Position> positions_; // at least as many; those of free tags mean nothing
     std::size_t used_ = 0;
 };
 

@@ -1,0 +1,115 @@
+#include "music/Effects.h"
+
+#include "music/Filter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <numeric>
+#include <vector>
+
+namespace Wirefall::Music {
+namespace {
+
+/// A delay of a fixed number of frames.
+class DelayLine {
+public:
+    explicit DelayLine(std::size_t frames) : samples_(std::max<std::size_t>(frames, 1)) {}
+
+    double Out() const { return samples_[position_]; }
+
+    /// Puts a sample in, for the one that Out gave.
+    void In(double sample) {
+        samples_[position_] = sample;
+        position_ = position_ + 1 < samples_.size() ? position_ + 1 : 0;
+    }
+
+private:
+    std::vector<double> samples_;
+    std::size_t position_ = 0;
+};
+
+/// One turn around the loop fills the effect with what lies before the seam, the second is kept.
+/// That is exact as far as the effect has died away within one turn.
+template <typename Effect>
+void RunAroundLoop(const Sound& send, Sound& out, Effect effect) {
+    for (const bool keep : {false, true}) {
+        for (std::size_t i = 0; i < send.Frames(); ++i) {
+            const auto [left, right] =
+                effect(static_cast<double>(send.Left[i]), static_cast<double>(send.Right[i]));
+            if (keep) {
+                out.Left[i] += static_cast<float>(left);
+                out.Right[i] += static_cast<float>(right);
+            }
+        }
+    }
+}
+
+struct Frame {
+    double Left = 0, Right = 0;
+};
+
+/// A feedback delay network (Stautner and Puckette, 1982; Jot, 1991): eight delays, mixed by a
+/// Householder reflection, which loses no energy, so that all fading is in the gains.
+class Room {
+public:
+    Room(double seconds, double cutoff) {
+        for (std::size_t i = 0; i < Count; ++i) {
+            lines_.emplace_back(LineFrames[i]);
+            dampers_.emplace_back(cutoff);
+            const double turns = seconds * SampleRate / static_cast<double>(LineFrames[i]);
+            gains_[i] = FactorFromDecibels(-60 / turns);
+        }
+    }
+
+    Frame operator()(double left, double right) {
+        std::array<double, Count> outs{};
+        for (std::size_t i = 0; i < Count; ++i) {
+            outs[i] = gains_[i] * dampers_[i].Process(lines_[i].Out());
+        }
+        const double mean = std::reduce(outs.begin(), outs.end()) / (Count / 2.0);
+        Frame frame;
+        for (std::size_t i = 0; i < Count; ++i) {
+            const bool even = i % 2 == 0;
+            lines_[i].In(outs[i] - mean + (even ? left : right));
+            // Signs that differ between neighbours keep the two sides apart.
+            const double sign = i / 2 % 2 == 0 ? 1 : -1;
+            (even ? frame.Left : frame.Right) += 0.5 * sign * outs[i];
+        }
+        return frame;
+    }
+
+private:
+    static constexpr std::size_t Count = 8;
+    // Primes between 27 and 60 ms, so that their repeats seldom meet.
+    static constexpr std::array<std::size_t, Count> LineFrames = {1193, 1319, 1481, 1657,
+                                                                  1867, 2089, 2351, 2633};
+    std::vector<DelayLine> lines_;
+    std::vector<Damper> dampers_;
+    std::array<double, Count> gains_{};
+};
+
+} // namespace
+
+void AddEcho(const Score& score, const Sound& send, Sound& out) {
+    const auto frames = static_cast<std::size_t>(
+        std::llround(score.EchoQuarters * 60 / score.QuartersPerMinute * SampleRate));
+    DelayLine leftLine(frames);
+    DelayLine rightLine(frames);
+    Damper leftDamper(score.EchoCutoff);
+    Damper rightDamper(score.EchoCutoff);
+    RunAroundLoop(send, out, [&](double left, double right) {
+        const double first = leftDamper.Process(leftLine.Out());
+        const double second = score.EchoFeedback * rightDamper.Process(rightLine.Out());
+        leftLine.In(0.5 * (left + right) + score.EchoFeedback * second);
+        rightLine.In(first);
+        return Frame{.Left = first, .Right = second};
+    });
+}
+
+void AddReverb(const Score& score, const Sound& send, Sound& out) {
+    RunAroundLoop(send, out, Room(score.ReverbSeconds, score.ReverbCutoff));
+}
+
+} // namespace Wirefall::Music

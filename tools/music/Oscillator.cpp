@@ -1,0 +1,53 @@
+#include "music/Oscillator.h"
+
+#include "music/Sound.h"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+namespace Wirefall::Music {
+namespace {
+
+constexpr std::size_t TableSize = 4096;
+constexpr double HighestPartial = 0.4 * SampleRate;
+
+} // namespace
+
+WaveTable::WaveTable(std::span<const double> partials, double hertz) : samples_(TableSize + 1) {
+    double power = 0;
+    for (std::size_t i = 0; i < partials.size(); ++i) {
+        const auto harmonic = static_cast<double>(i + 1);
+        if (partials[i] == 0 || harmonic * hertz > HighestPartial) {
+            continue;
+        }
+        power += partials[i] * partials[i];
+        for (std::size_t k = 0; k < TableSize; ++k) {
+            const double phase = static_cast<double>(k) / static_cast<double>(TableSize);
+            samples_[k] += partials[i] * std::sin(2 * std::numbers::pi * harmonic * phase);
+        }
+    }
+    samples_[TableSize] = samples_[0];
+    if (power > 0) {
+        for (double& sample : samples_) {
+            sample /= std::sqrt(power);
+        }
+    }
+}
+
+double WaveTable::At(double phase) const {
+    const double position = (phase - std::floor(phase)) * static_cast<double>(TableSize);
+    const auto index = static_cast<std::size_t>(position);
+    const double part = position - static_cast<double>(index);
+    return samples_[index] + part * (samples_[index + 1] - samples_[index]);
+}
+
+double NoiseSource::Next() {
+    // Marsaglia's xorshift, "Xorshift RNGs", 2003.
+    state_ ^= state_ << 13U;
+    state_ ^= state_ >> 17U;
+    state_ ^= state_ << 5U;
+    return static_cast<double>(state_) / 2147483648.0 - 1.0;
+}
+
+} // namespace Wirefall::Music
