@@ -47,9 +47,10 @@ std::vector<std::string> PlayedOnHere(std::uint32_t seed) {
     for (int tick = 0; tick < TicksToGoOn; ++tick) {
         player.PlayTick();
         std::array<char, 100> line{};
-        std::snprintf(line.data(), line.size(), "%016llx %llu\n",
-                      static_cast<unsigned long long>(Testing::Checksum(LiveRun())),
-                      static_cast<unsigned long long>(GetRevision()));
+        static_cast<void>(
+            std::snprintf(line.data(), line.size(), "%016llx %llu\n",
+                          static_cast<unsigned long long>(Testing::Checksum(LiveRun())),
+                          static_cast<unsigned long long>(GetRevision())));
         lines.emplace_back(line.data());
     }
     return lines;

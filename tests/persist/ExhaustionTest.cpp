@@ -59,9 +59,9 @@ using Testing::TaggedTree;
 #define WIREFALL_WITH_ASAN
 #endif
 #ifdef WIREFALL_WITH_ASAN
-constexpr long MostKilobytes = (200 + 256) * 1024;
+constexpr long MostKilobytes = (200L + 256) * 1024;
 #else
-constexpr long MostKilobytes = 200 * 1024;
+constexpr long MostKilobytes = 200L * 1024;
 #endif
 
 class Exhaustion : public testing::Test {
@@ -164,10 +164,11 @@ TEST_F(Exhaustion, NoFileNeedsMuchMemory) {
 }
 
 TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemory) {
+    constexpr std::size_t Size = std::size_t{256} << 10;
     for (const std::string& line : {std::string("\n"), std::string("a\n"), std::string("a[]=1\n"),
                                     std::string(";\n"), std::string("[a];\n")}) {
         std::string text = "[Options]\n";
-        while (text.size() + line.size() <= 256 * 1024) {
+        while (text.size() + line.size() <= Size) {
             text += line;
         }
         Testing::WriteFileText(User.File("Config.ini"), text);

@@ -136,10 +136,10 @@ std::string EncodedText(std::string_view text, TextEncoding encoding) {
     try {
         WriteEncoded(text, file, encoding);
     } catch (...) {
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
         throw;
     }
-    std::fclose(file);
+    static_cast<void>(std::fclose(file));
     return ContentOf(path);
 }
 
