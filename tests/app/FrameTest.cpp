@@ -22,6 +22,8 @@ namespace {
 
 constexpr std::uint64_t Start = 100000;
 
+int HalfOf(int level) { return level / 2; }
+
 class Frames : public testing::Test {
 protected:
     void SetUp() override {
@@ -71,7 +73,7 @@ protected:
     }
 
     // The colour of one pixel in the middle of the left edge, as drawn last.
-    SDL_Color EdgePixel() {
+    SDL_Color EdgePixel() const {
         const std::unique_ptr<SDL_Surface, decltype(&SDL_DestroySurface)> surface(
             SDL_RenderReadPixels(G.Renderer, nullptr), SDL_DestroySurface);
         SDL_Color color{};
@@ -112,7 +114,7 @@ TEST_F(Frames, ThePictureComesUpInStepWithTheClock) {
     FrameAfter(FadeMs / 2);
     const SDL_Color half = EdgePixel();
     EXPECT_GT(full.g, 4);
-    EXPECT_NEAR(half.g, full.g / 2, 1);
+    EXPECT_NEAR(half.g, HalfOf(full.g), 1);
 }
 
 TEST_F(Frames, TheSimulationGetsTheRawTime) {
@@ -288,7 +290,7 @@ TEST_F(Frames, QuittingFadesToBlackInOrdinaryFrames) {
     EXPECT_TRUE(G.App.QuitRequested);
     const std::uint64_t fadeStart = Now;
     FrameAfter(FadeMs / 2);
-    EXPECT_NEAR(EdgePixel().g, full.g / 2, 1);
+    EXPECT_NEAR(EdgePixel().g, HalfOf(full.g), 1);
     EXPECT_GT(LiveRun().Tick, 0U) << "the simulation goes on";
     PushKey(SDL_SCANCODE_ESCAPE);
     PushQuit();
@@ -369,10 +371,10 @@ TEST_F(Frames, OfTwoFadesTheDarkerShows) {
     G.App.FadeOutStartTicks = Now;
     FrameAfter(FadeMs / 4);
     // Half way in and a quarter out.
-    EXPECT_NEAR(EdgePixel().g, full / 2, 1);
+    EXPECT_NEAR(EdgePixel().g, HalfOf(full), 1);
     FrameAfter(FadeMs / 4);
     // Three quarters in and half way out.
-    EXPECT_NEAR(EdgePixel().g, full / 2, 1);
+    EXPECT_NEAR(EdgePixel().g, HalfOf(full), 1);
 }
 
 TEST_F(Frames, FastForwardIsOnWhileItsKeyIsHeldInPlay) {

@@ -116,7 +116,7 @@ protected:
         Log.MaxBytes = Cap;
         FreezeClock(12345);
     }
-    ~LogLine() override { ResumeClock(); }
+    void TearDown() override { ResumeClock(); }
 
     std::string Content() const { return TextIn(Path); }
 
@@ -219,7 +219,7 @@ TEST_F(LogLine, StaysSilentWhenTheTrimmedFileCannotBeOpenedAgain) {
 // The file of the log that StartSessionLog opens in a folder of its own.
 class LogSession : public testing::Test {
 protected:
-    ~LogSession() override { EndSessionLog(); }
+    void TearDown() override { EndSessionLog(); }
     std::string Content() const { return TextIn(User.File("Wirefall.log")); }
 
     UserFolder User;

@@ -33,7 +33,7 @@ using Testing::TargetTexture;
 class Rain : public testing::Test {
 protected:
     Rain() { FreezeClock(5000); }
-    ~Rain() override { ResumeClock(); }
+    void TearDown() override { ResumeClock(); }
 
     Picture Shown(bool animated) {
         Canvas.Clear();
@@ -197,7 +197,7 @@ protected:
         LogicalWidth = 1280;
         LocalizationCatalog = {};
     }
-    ~Menu() override { ResumeClock(); }
+    void TearDown() override { ResumeClock(); }
 
     Picture Shown() {
         SoftwareCanvas canvas;
