@@ -70,11 +70,11 @@ constexpr std::uint32_t KeyboardRowValue(const KeyboardTable& table, std::int32_
 /// The button of the row, or that of row 0 when there is no such row. The same for the joystick.
 constexpr std::int32_t GamepadRowValue(const GamepadTable& table, std::int32_t row) {
     const auto* const element = ElementOfRow(table, GamepadRows, row);
-    return element != nullptr ? *element : *ElementOfRow(table, GamepadRows, 0);
+    return element != nullptr ? *element : table[ActionIndex(GamepadRows.front())];
 }
 constexpr std::int32_t JoystickRowValue(const JoystickTable& table, std::int32_t row) {
     const auto* const element = ElementOfRow(table, JoystickRows, row);
-    return element != nullptr ? *element : *ElementOfRow(table, JoystickRows, 0);
+    return element != nullptr ? *element : table[ActionIndex(JoystickRows.front())];
 }
 
 } // namespace Wirefall

@@ -18,17 +18,17 @@ struct ButtonWords {
 
 // Empty words without a controller in hand.
 ButtonWords WordsOfDevice(const GameApp& app, const ControllerSet& controllers) {
-    constexpr std::size_t confirm = ActionIndex(InputAction::MenuConfirm);
-    constexpr std::size_t back = ActionIndex(InputAction::MenuBack);
+    constexpr std::size_t Confirm = ActionIndex(InputAction::MenuConfirm);
+    constexpr std::size_t Back = ActionIndex(InputAction::MenuBack);
     if (app.LastInputDevice == InputDevice::Gamepad && controllers.Gamepad != nullptr) {
         return {LocalizedText("Controller.Hint.PadPrefix", "PAD"),
-                GamepadBindingText(app.GamepadBindings[confirm]),
-                GamepadBindingText(app.GamepadBindings[back])};
+                GamepadBindingText(app.GamepadBindings[Confirm]),
+                GamepadBindingText(app.GamepadBindings[Back])};
     }
     if (app.LastInputDevice == InputDevice::Joystick && controllers.Joystick != nullptr) {
         return {LocalizedText("Controller.Hint.JoyPrefix", "JOY"),
-                JoystickBindingText(app.JoystickBindings[confirm]),
-                JoystickBindingText(app.JoystickBindings[back])};
+                JoystickBindingText(app.JoystickBindings[Confirm]),
+                JoystickBindingText(app.JoystickBindings[Back])};
     }
     return {};
 }

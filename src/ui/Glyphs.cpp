@@ -1,5 +1,6 @@
 #include "ui/Glyphs.h"
 
+#include <array>
 #include <cstddef>
 
 namespace Wirefall {
@@ -14,7 +15,7 @@ struct GlyphSource {
     std::uint64_t Rows;
 };
 
-constexpr GlyphSource GlyphSources[] = {
+constexpr auto GlyphSources = std::to_array<GlyphSource>({
     {0x0021, 0x0808080808000800}, // !
     {0x0022, 0x1414140000000000}, // "
     {0x0023, 0x143e143e14000000}, // #
@@ -120,7 +121,7 @@ constexpr GlyphSource GlyphSources[] = {
     {0x00f6, 0x14001c2222221c00}, // ö
     {0x00fc, 0x1400222222261a00}, // ü
     {0x1e9e, 0x3c42427c42427c40}, // ẞ
-};
+});
 
 constexpr std::uint8_t ColumnBits = 0x7f;
 constexpr std::uint32_t AsciiCodePoints = 128;

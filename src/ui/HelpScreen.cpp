@@ -94,7 +94,7 @@ struct LegendLayout {
 
 LegendLayout PlaceLegend(const UiMetrics& metrics, float panelWidth) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
-    constexpr auto count = static_cast<std::int32_t>(Legend.size());
+    constexpr auto Count = static_cast<std::int32_t>(Legend.size());
     const float bodyHeight = TextHeight(metrics.BodyScale);
     std::int32_t widest = 0;
     for (const LegendEntry& entry : Legend) {
@@ -106,9 +106,9 @@ LegendLayout PlaceLegend(const UiMetrics& metrics, float panelWidth) {
     legend.ColumnStride = legend.IconSide + d(8.0F) + static_cast<float>(widest) + d(20.0F);
     const float room = std::max(80.0F, panelWidth - 2.0F * d(16.0F));
     const auto fitting = static_cast<std::int32_t>((room + d(20.0F)) / legend.ColumnStride);
-    legend.Columns = std::max(1, std::min(fitting, count));
+    legend.Columns = std::max(1, std::min(fitting, Count));
     const auto rows =
-        static_cast<float>(std::max(1, (count + legend.Columns - 1) / legend.Columns));
+        static_cast<float>(std::max(1, (Count + legend.Columns - 1) / legend.Columns));
     legend.Height = rows * legend.RowHeight + d(8.0F) + (rows - 1.0F) * d(8.0F) + d(10.0F);
     return legend;
 }
@@ -120,7 +120,8 @@ void DrawLegend(SDL_Renderer* renderer, const UiMetrics& metrics, const LegendLa
         const LegendEntry& entry = Legend[i];
         const auto index = static_cast<std::int32_t>(i);
         const auto column = static_cast<float>(index % legend.Columns);
-        const auto row = static_cast<float>(index / legend.Columns);
+        const std::int32_t line = index / legend.Columns;
+        const auto row = static_cast<float>(line);
         const float x = Page::X + d(16.0F) + column * legend.ColumnStride;
         const float rowTop = top + d(8.0F) + row * (legend.RowHeight + d(8.0F));
         const float iconX = std::round(x);

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 namespace Wirefall {
@@ -164,8 +165,10 @@ void DrawStatusTexts(const HudContext& context, const RunState& run, const Dange
                  hud.FailureLabelY);
     DrawLabel(context, LocalizedText("Hud.VirusInfection", "VIRUS INFECTION"), hud.InfectionLabelY,
               hud.TextScale, Palette::Red);
-    const auto percent = static_cast<std::int32_t>(danger.InfectionFraction * 100.0F + 0.5F);
-    DrawBarValue(context, std::to_string(percent) + "%", hud.InfectionLabelY);
+    // Halves go up in single precision, which is not always what std::lround does.
+    const float percent = std::trunc(danger.InfectionFraction * 100.0F + 0.5F);
+    DrawBarValue(context, std::to_string(static_cast<std::int32_t>(percent)) + "%",
+                 hud.InfectionLabelY);
 
     for (std::size_t i = 0; i < Chips.size(); ++i) {
         const Chip& chip = Chips[i];
@@ -227,7 +230,8 @@ std::vector<std::string> SplitCommandValue(std::string_view value, float maxWidt
             if (!last.empty() && !rest.empty()) {
                 last += ' ';
             }
-            last = Ellipsize(last + rest, limit, scale);
+            last += rest;
+            last = Ellipsize(last, limit, scale);
             break;
         }
         at = value.find_first_not_of(' ', at);

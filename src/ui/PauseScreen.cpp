@@ -68,7 +68,7 @@ struct PauseLayout {
 
 PauseLayout PlacePause(const PauseTexts& texts, const UiMetrics& metrics, float width) {
     const auto d = [&](float k) { return DensityPx(metrics.Density, k); };
-    constexpr auto height = static_cast<float>(LogicalHeight);
+    constexpr auto Height = static_cast<float>(LogicalHeight);
     PauseLayout pause;
 
     float widestEntry = 0.0F;
@@ -93,7 +93,7 @@ PauseLayout PlacePause(const PauseTexts& texts, const UiMetrics& metrics, float 
     const float total = content + d(26.0F) + d(40.0F) + hintBlock + d(22.0F);
     pause.PanelHeight = total < LowestPanel ? LowestPanel : std::min(total, TallestPanel);
     pause.PanelX = (width - pause.PanelWidth) / 2.0F;
-    pause.PanelY = (height - pause.PanelHeight) / 2.0F;
+    pause.PanelY = (Height - pause.PanelHeight) / 2.0F;
     pause.CenterX = pause.PanelX + pause.PanelWidth / 2.0F;
 
     // A panel that is cut off at its tallest gives up its slack above the hint first.

@@ -71,8 +71,8 @@ float PanelWidthFor(const ResultTexts& texts, const UiMetrics& metrics, float wi
 
 SDL_FRect CenteredPanel(float width, float panelWidth, float total, float lowest) {
     const float panelHeight = total < lowest ? lowest : std::min(total, TallestPanel);
-    constexpr auto height = static_cast<float>(LogicalHeight);
-    return {(width - panelWidth) / 2.0F, (height - panelHeight) / 2.0F, panelWidth, panelHeight};
+    constexpr auto Height = static_cast<float>(LogicalHeight);
+    return {(width - panelWidth) / 2.0F, (Height - panelHeight) / 2.0F, panelWidth, panelHeight};
 }
 
 float HintBlockHeight(const ResultTexts& texts, const UiMetrics& metrics) {
@@ -153,11 +153,11 @@ void DrawDimmedBoard(SDL_Renderer* renderer, PackedColor dim) {
 
 void DrawLevelCompleteScreen(SDL_Renderer* renderer, const GameApp& app,
                              const ControllerSet& controllers) {
-    constexpr PackedColor dim = Rgba(0x0816148c);
-    constexpr std::uint8_t panelAlpha = 216;
-    constexpr ResultColors colors = {Palette::Green, Palette::BrightText, Palette::HintText};
+    constexpr PackedColor Dim = Rgba(0x0816148c);
+    constexpr std::uint8_t PanelAlpha = 216;
+    constexpr ResultColors Colors = {Palette::Green, Palette::BrightText, Palette::HintText};
     const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
-    DrawDimmedBoard(renderer, dim);
+    DrawDimmedBoard(renderer, Dim);
 
     const RunSnapshot snapshot = FinalSnapshot(app);
     const std::int32_t level = std::max(snapshot.Level, 1);
@@ -175,19 +175,19 @@ void DrawLevelCompleteScreen(SDL_Renderer* renderer, const GameApp& app,
     const ResultLayout layout =
         PlaceLevelComplete(texts, metrics, static_cast<float>(LogicalWidth));
     DrawPanel(renderer, layout.Panel.x, layout.Panel.y, layout.Panel.w, layout.Panel.h,
-              Palette::Accent, panelAlpha);
-    DrawResultTexts(renderer, texts, layout, metrics, colors);
+              Palette::Accent, PanelAlpha);
+    DrawResultTexts(renderer, texts, layout, metrics, Colors);
 }
 
 void DrawGameOverScreen(SDL_Renderer* renderer, const GameApp& app,
                         const ControllerSet& controllers) {
-    constexpr PackedColor dim = Rgba(0x58080880);
-    constexpr PackedColor body = Rgba(0x120404da);
-    constexpr PackedColor stripe = Rgba(0xa82a2aff);
-    constexpr PackedColor bar = Rgba(0x6c1818e0);
-    constexpr ResultColors colors = {Palette::Red, Rgba(0xf0ceceff), Rgba(0xba7c7cff)};
+    constexpr PackedColor Dim = Rgba(0x58080880);
+    constexpr PackedColor Body = Rgba(0x120404da);
+    constexpr PackedColor Stripe = Rgba(0xa82a2aff);
+    constexpr PackedColor Bar = Rgba(0x6c1818e0);
+    constexpr ResultColors Colors = {Palette::Red, Rgba(0xf0ceceff), Rgba(0xba7c7cff)};
     const UiMetrics metrics = MeasureUiMetrics(renderer, LogicalWidth, LogicalHeight);
-    DrawDimmedBoard(renderer, dim);
+    DrawDimmedBoard(renderer, Dim);
 
     const std::string menuLabel = LocalizedText(Texts::MainMenu);
     const ResultTexts texts = {
@@ -198,8 +198,8 @@ void DrawGameOverScreen(SDL_Renderer* renderer, const GameApp& app,
         .ControllerHint = BuildControllerHint(app, controllers, menuLabel, menuLabel)};
     const ResultLayout layout = PlaceGameOver(texts, metrics, static_cast<float>(LogicalWidth));
     // The one panel of the game that is red.
-    DrawBarredBox(renderer, layout.Panel, body, stripe, bar);
-    DrawResultTexts(renderer, texts, layout, metrics, colors);
+    DrawBarredBox(renderer, layout.Panel, Body, Stripe, Bar);
+    DrawResultTexts(renderer, texts, layout, metrics, Colors);
 }
 
 } // namespace Wirefall
