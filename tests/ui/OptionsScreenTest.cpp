@@ -4,13 +4,9 @@
 
 #include "ui/OptionsScreen.h"
 
-#include "base/Clock.h"
-#include "display/LogicalCanvas.h"
 #include "support/PictureSearch.h"
-#include "support/Scenes.h"
-#include "support/SoftwareCanvas.h"
 #include "ui/BinaryRain.h"
-#include "ui/Localization.h"
+#include "ui/ScreenFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -21,32 +17,15 @@ namespace Wirefall {
 
 namespace {
 
+using namespace ScreenColors;
 using Testing::BoxOfColor;
 using Testing::Picture;
 using Testing::PixelBox;
 using Testing::Rgb;
 using Testing::SoftwareCanvas;
 
-constexpr Rgb Bright = {0xca, 0xec, 0xe0};
-constexpr Rgb Normal = {0xaa, 0xcc, 0xc0};
-constexpr Rgb Hint = {0x70, 0x96, 0x8a};
-constexpr Rgb Cyan = {0x54, 0xce, 0xe0};
-constexpr Rgb Accent = {0x46, 0x84, 0x7a};
-
-class OptionsScreen : public testing::Test {
+class OptionsScreen : public ScreenFixture {
 protected:
-    OptionsScreen() {
-        FreezeClock(5000);
-        LogicalWidth = 1280;
-        LocalizationCatalog = {};
-        App.QuitRequested = true; // nothing but the panel
-    }
-    void TearDown() override {
-        ResumeClock();
-        LogicalWidth = 1280;
-        LocalizationCatalog = {};
-    }
-
     Picture Shown() const {
         SoftwareCanvas canvas({.LogicalWidth = LogicalWidth,
                                .LogicalHeight = 720,
@@ -61,9 +40,6 @@ protected:
         App.ControlsEdit.PendingDevice = device;
         App.ControlsEdit.PendingValid = true;
     }
-
-    Testing::SceneWorld World;
-    GameApp& App = World.App;
 };
 
 TEST_F(OptionsScreen, StandsOnOnePanel) {

@@ -1,19 +1,15 @@
 // The screens that stand on panels: pause, help, credits and the two results. Where their limits
 // are, as pixels; the numbers are worked out by hand for a roomy picture.
 
-#include "base/Clock.h"
-#include "display/LogicalCanvas.h"
 #include "sim/Simulation.h"
 #include "support/PictureSearch.h"
-#include "support/Scenes.h"
-#include "support/SoftwareCanvas.h"
 #include "ui/BoardScreen.h"
 #include "ui/CreditsScreen.h"
 #include "ui/HelpScreen.h"
-#include "ui/Localization.h"
 #include "ui/NoteBox.h"
 #include "ui/PauseScreen.h"
 #include "ui/ResultScreens.h"
+#include "ui/ScreenFixture.h"
 #include "ui/TileArt.h"
 
 #include <gtest/gtest.h>
@@ -28,37 +24,22 @@ namespace Wirefall {
 
 namespace {
 
+using namespace ScreenColors;
 using Testing::BoxOfColor;
 using Testing::Picture;
 using Testing::PixelBox;
 using Testing::Rgb;
 using Testing::SoftwareCanvas;
 
-constexpr Rgb Bright = {0xca, 0xec, 0xe0};
-constexpr Rgb Normal = {0xaa, 0xcc, 0xc0};
-constexpr Rgb Hint = {0x70, 0x96, 0x8a};
-constexpr Rgb Cyan = {0x54, 0xce, 0xe0};
 constexpr Rgb Green = {0x70, 0xf6, 0x9e};
-constexpr Rgb Accent = {0x46, 0x84, 0x7a};
 constexpr Rgb Red = {0xe6, 0x7e, 0x66};
 constexpr Rgb RedStripe = {0xa8, 0x2a, 0x2a};
 constexpr Rgb RedLine = {0xf0, 0xce, 0xce};
 constexpr Rgb RedHint = {0xba, 0x7c, 0x7c};
 
-class PanelScreens : public testing::Test {
+class PanelScreens : public ScreenFixture {
 protected:
-    PanelScreens() {
-        FreezeClock(5000);
-        LogicalWidth = 1280;
-        LocalizationCatalog = {};
-        ResetRun();
-        App.QuitRequested = true; // no digits in the background
-    }
-    void TearDown() override {
-        ResumeClock();
-        LogicalWidth = 1280;
-        LocalizationCatalog = {};
-    }
+    PanelScreens() { ResetRun(); }
 
     using Screen = void (*)(SDL_Renderer* renderer, const GameApp& app,
                             const ControllerSet& controllers);
@@ -100,9 +81,6 @@ protected:
         App.PreviousSnapshot.TotalScore = score;
         App.PreviousSnapshotValid = true;
     }
-
-    Testing::SceneWorld World;
-    GameApp& App = World.App;
 };
 
 // The columns of a panel's stripe, in the row of its top. The bars at the sides lie over its ends,
