@@ -58,11 +58,6 @@ if(WIREFALL_COVERAGE)
   target_link_options(wirefall_flags INTERFACE --coverage)
 endif()
 
-if(WIREFALL_CLANG_TIDY)
-  find_program(CLANG_TIDY_PROGRAM NAMES clang-tidy REQUIRED)
-  set(CMAKE_CXX_CLANG_TIDY "${CLANG_TIDY_PROGRAM};--quiet")
-endif()
-
 # wirefall_library(<name> SOURCES <file>... [LINKS <target>...])
 #
 # A static library of one folder of src/. LINKS are the folders below it: what a folder does not

@@ -2,10 +2,10 @@
 // the synthesis of the effects, and the memory of it all. On SDL's dummy driver, with the music
 // that ships.
 
-#include "app/GameApp.h"
 #include "audio/AudioEngine.h"
 #include "audio/MusicPlayer.h"
 #include "audio/SoundEffects.h"
+#include "game/GameApp.h"
 #include "support/BoardDrawing.h"
 #include "support/TestHome.h"
 

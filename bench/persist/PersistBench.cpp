@@ -4,18 +4,18 @@
 // work around it. Writing takes the run down into a document, encodes it and writes a local file.
 // Reading takes the file into memory, decodes it into a document and installs that as the live run.
 
-#include "app/GameApp.h"
 #include "display/LogicalCanvas.h"
+#include "game/GameApp.h"
 #include "persist/Options.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveDocument.h"
 #include "persist/SaveState.h"
-#include "persist/UserFolder.h"
+#include "screens/BoardScreen.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
 #include "support/SoftwareCanvas.h"
-#include "ui/BoardScreen.h"
+#include "support/UserFolder.h"
 
 #include <benchmark/benchmark.h>
 

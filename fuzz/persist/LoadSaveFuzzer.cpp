@@ -1,12 +1,11 @@
 // Loads arbitrary bytes as SaveState.bin through the real storage. What comes of it as a run must
 // come back unchanged when it is saved and loaded again, and can be played on.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/RunConversion.h"
 #include "persist/SaveState.h"
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
 #include "sim/Simulation.h"
 
 #include <SDL3/SDL_stdinc.h>

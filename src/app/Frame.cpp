@@ -1,37 +1,25 @@
 #include "app/FramePacing.h"
 #include "app/Game.h"
 #include "app/InputPump.h"
-#include "app/ScreenFlow.h"
+#include "app/Screens.h"
 #include "app/WindowTitle.h"
 #include "audio/MusicPlayer.h"
 #include "audio/SoundEffects.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
-#include "input/InputSampling.h"
+#include "draw/Color.h"
+#include "draw/Primitives.h"
+#include "game/ScreenFlow.h"
 #include "persist/Options.h"
 #include "persist/SaveState.h"
-#include "sim/PacketTick.h"
+#include "screens/CreditsScreen.h"
 #include "sim/Simulation.h"
-#include "ui/BoardScreen.h"
-#include "ui/Color.h"
-#include "ui/CommandHints.h"
-#include "ui/CreditsScreen.h"
-#include "ui/HelpScreen.h"
-#include "ui/HudHints.h"
-#include "ui/MainMenu.h"
-#include "ui/Metrics.h"
-#include "ui/OptionsScreen.h"
-#include "ui/PauseScreen.h"
-#include "ui/Primitives.h"
-#include "ui/ResultScreens.h"
 
 #include <SDL3/SDL_timer.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstddef>
 
 namespace Wirefall {
 
@@ -41,19 +29,6 @@ constexpr float MaxFrameSeconds = 0.033F;
 constexpr float SaveDelayAfterChange = 0.8F;
 
 constexpr PackedColor Black = Rgba(0x000000ff);
-
-constexpr float CreditsSpeed = 42.0F; // Logical pixels a second.
-
-void RollCredits(Game& game, float dt) {
-    GameApp& app = game.App;
-    app.CreditsScroll += CreditsSpeed * dt;
-    const UiMetrics metrics = MeasureUiMetrics(game.Renderer, LogicalWidth, LogicalHeight);
-    const auto scale = static_cast<float>(std::max(2, metrics.MenuItemScale));
-    if (app.CreditsScroll > 8.0F * scale + 930.0F) {
-        app.CreditsScroll = 0.0F;
-        app.Screen = AppScreen::MainMenu;
-    }
-}
 
 void PlayFrame(GameApp& app, std::uint64_t deltaMs) {
     AdvanceSimulation(deltaMs);
@@ -66,38 +41,6 @@ void PlayFrame(GameApp& app, std::uint64_t deltaMs) {
     CheckGameOverTransition(app);
     CheckLevelCompleteTransition(app);
 }
-
-void DrawPlaying(const Game& game) {
-    const CommandHints hints = BuildCommandHints(game.App, game.Controllers);
-    StoreHudHintLines(hints.Move, hints.Rotate, hints.Place, hints.FastForward, hints.Menu);
-    DrawBoardScreen(game.Renderer, LogicalWidth, LogicalHeight);
-}
-
-void DrawMenu(const Game& game) { DrawMainMenu(game.Renderer, game.App); }
-
-void DrawOptions(const Game& game) { DrawOptionsScreen(game.Renderer, game.App, game.Controllers); }
-
-void DrawHelp(const Game& game) { DrawHelpScreen(game.Renderer, game.App, game.Controllers); }
-
-void DrawLevelComplete(const Game& game) {
-    DrawLevelCompleteScreen(game.Renderer, game.App, game.Controllers);
-}
-
-void DrawPause(const Game& game) { DrawPauseScreen(game.Renderer, game.App, game.Controllers); }
-
-void DrawCredits(const Game& game) { DrawCreditsScreen(game.Renderer, game.App); }
-
-void DrawGameOver(const Game& game) {
-    DrawGameOverScreen(game.Renderer, game.App, game.Controllers);
-}
-
-using ScreenDrawer = void (*)(const Game& game);
-
-// By AppScreen.
-constexpr std::array<ScreenDrawer, 8> ScreenDrawers = {
-    DrawMenu,          DrawOptions, DrawHelp,    DrawPlaying,
-    DrawLevelComplete, DrawPause,   DrawCredits, DrawGameOver,
-};
 
 // How far a fade that began at `start` has come by `now`, 0 to 1.
 float FadeProgress(std::uint64_t now, std::uint64_t start) {
@@ -147,7 +90,7 @@ void RunFrame(Game& game) {
     if (app.Screen == AppScreen::Playing) {
         PlayFrame(app, deltaMs);
     } else if (app.Screen == AppScreen::Credits) {
-        RollCredits(game, dt);
+        RollCredits(app, game.Renderer, dt);
     }
     if (GetRevision() != app.LastSavedRevision) {
         app.LastSavedRevision = GetRevision();
@@ -160,7 +103,7 @@ void RunFrame(Game& game) {
 
     SetDrawColor(game.Renderer, Black);
     SDL_RenderClear(game.Renderer);
-    ScreenDrawers[static_cast<std::size_t>(app.Screen)](game);
+    DrawScreen(game.Renderer, app, game.Controllers);
     const bool quitDone = DrawFades(game, now);
     SDL_SetWindowTitle(game.Window, WindowTitle().c_str());
     SDL_RenderPresent(game.Renderer);

@@ -4,8 +4,8 @@
 // call them too, with SDL's dummy or offscreen drivers. Game owns everything that lives as long as
 // the process, apart from the live run and the few caches of the drawing code.
 
-#include "app/GameApp.h"
 #include "audio/MusicRuntime.h"
+#include "game/GameApp.h"
 #include "input/ControllerSet.h"
 
 #include <SDL3/SDL_render.h>

@@ -2,7 +2,7 @@
 
 #include "base/BuildInfo.h"
 #include "base/Clock.h"
-#include "persist/Storage.h"
+#include "storage/Storage.h"
 
 #include <SDL3/SDL_stdinc.h>
 
@@ -16,8 +16,6 @@
 namespace Wirefall {
 
 namespace {
-
-using FileHandle = std::unique_ptr<std::FILE, LogFileCloser>;
 
 constexpr const char* LogName = "Wirefall.log";
 constexpr std::uint64_t LogCap = 1048576;
@@ -43,10 +41,6 @@ bool WantsVerboseLog() {
     word.erase(word.begin(), std::find_if_not(word.begin(), word.end(), isSpace));
     std::transform(word.begin(), word.end(), word.begin(), toLower);
     return std::find(VerboseWords.begin(), VerboseWords.end(), word) != VerboseWords.end();
-}
-
-FileHandle OpenFile(const std::string& path, const char* mode) {
-    return FileHandle(std::fopen(path.c_str(), mode));
 }
 
 const char* LevelName(SDL_LogPriority priority) {

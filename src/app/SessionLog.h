@@ -9,22 +9,18 @@
 // the game, and none is reported: there is nowhere to report it. docs/formats.md describes the
 // file.
 
+#include "base/FileAccess.h"
+
 #include <SDL3/SDL_log.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <mutex>
 #include <string>
 
 namespace Wirefall {
 
-struct LogFileCloser {
-    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-
 struct SessionLog {
-    std::unique_ptr<std::FILE, LogFileCloser> File; ///< Null when closed.
+    FileHandle File; ///< Null when closed.
     /// Where the messages went before, with its userdata.
     SDL_LogOutputFunction PreviousOutput = nullptr;
     void* PreviousUserdata = nullptr;

@@ -1,5 +1,4 @@
 #include "app/Game.h"
-#include "app/ScreenFlow.h"
 #include "app/SessionLog.h"
 #include "app/WindowTitle.h"
 #include "audio/AudioEngine.h"
@@ -8,13 +7,13 @@
 #include "display/Aspect.h"
 #include "display/DisplayModes.h"
 #include "display/DisplaySettings.h"
+#include "draw/BinaryRain.h"
+#include "draw/SpriteAtlas.h"
 #include "input/Controllers.h"
 #include "persist/Options.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
-#include "ui/BinaryRain.h"
-#include "ui/LanguageFiles.h"
-#include "ui/SpriteAtlas.h"
+#include "words/LanguageFiles.h"
 
 #include <SDL3/SDL_init.h>
 #include <SDL3/SDL_log.h>

@@ -3,7 +3,6 @@
 #include "audio/MusicPatterns.h"
 #include "audio/MusicPlayer.h"
 #include "audio/SoundEffects.h"
-#include "audio/Volumes.h"
 #include "base/Clock.h"
 
 #include <SDL3/SDL_error.h>
@@ -35,7 +34,7 @@ bool OpenMixer(MusicRuntime& music) {
     return true;
 }
 
-bool MakeMusicTrack(const GameOptions& options, MusicRuntime& music) {
+bool MakeMusicTrack(const AudioSettings& settings, MusicRuntime& music) {
     music.MusicTrack = MIX_CreateTrack(music.Mixer.get());
     if (music.MusicTrack == nullptr) {
         SDL_Log("MIX_CreateTrack failed: %s", SDL_GetError());
@@ -44,7 +43,7 @@ bool MakeMusicTrack(const GameOptions& options, MusicRuntime& music) {
     if (!MIX_TagTrack(music.MusicTrack, "music")) {
         SDL_Log("MIX_TagTrack failed: %s", SDL_GetError());
     }
-    music.MusicGainPercent = MusicGainFromOptions(options);
+    music.MusicGainPercent = MusicGainFromOptions(settings);
     music.MusicGainReference = &music.MusicGainPercent;
     if (!ApplyMusicGain(music)) {
         SDL_Log("MIX_SetTrackGain failed: %s", SDL_GetError());
@@ -74,16 +73,16 @@ void FadeMusicOut(const MusicRuntime& music) {
 
 } // namespace
 
-bool InitAudio(const GameOptions& options, MusicRuntime& music) {
+bool InitAudio(const AudioSettings& settings, MusicRuntime& music) {
     if (!OpenMixer(music)) {
         return false;
     }
-    if (!MakeMusicTrack(options, music)) {
+    if (!MakeMusicTrack(settings, music)) {
         ShutdownAudio(music, false);
         return false;
     }
     LoadSfx(music);
-    music.SfxGainPercent = SfxGainFromOptions(options);
+    music.SfxGainPercent = SfxGainFromOptions(settings);
     SetSfxTrackGains(music, VolumeToGain(music.SfxGainPercent));
     LoadMusic(music);
     music.Ready = true;

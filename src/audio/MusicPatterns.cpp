@@ -1,7 +1,7 @@
 #include "audio/MusicPatterns.h"
 
-#include "persist/Options.h"
-#include "persist/Storage.h"
+#include "base/TextValues.h"
+#include "storage/Storage.h"
 #include "velini/VelINIStream.h"
 
 #include <SDL3/SDL_error.h>
@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <utility>
 
 namespace Wirefall {
@@ -251,17 +250,6 @@ void RepairPatternReference(const MusicRuntime& music, std::string& nameField,
     SDL_Log("Music pattern '%s' points to missing pattern '%s'; using '%s' instead", roleLabel,
             nameField.c_str(), fallback.c_str());
     nameField = fallback;
-}
-
-bool ParseStrictInt(std::string_view text, std::int32_t& out) {
-    std::int32_t number = 0;
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc{} || result.ptr != end) {
-        return false;
-    }
-    out = number;
-    return true;
 }
 
 } // namespace Wirefall

@@ -7,7 +7,6 @@
 
 #include "audio/MusicRuntime.h"
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -35,9 +34,5 @@ const MusicPattern* FindMusicPattern(const MusicPatternList& list, std::string_v
 /// Lets a role that names no pattern of the list have `fallback` instead, with a line in the log.
 void RepairPatternReference(const MusicRuntime& music, std::string& nameField,
                             const char* roleLabel, const std::string& fallback);
-
-/// A decimal number of 32 bits: a minus or none, then digits, and nothing before or behind. False
-/// for anything else, with `out` as it was.
-bool ParseStrictInt(std::string_view text, std::int32_t& out);
 
 } // namespace Wirefall

@@ -1,17 +1,16 @@
 #include "audio/MusicPlayer.h"
 
-#include "app/GameApp.h"
 #include "audio/MusicPatterns.h"
 #include "audio/SoundEffects.h"
-#include "audio/Volumes.h"
 #include "base/Clock.h"
-#include "sim/LevelRules.h"
+#include "sim/Simulation.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_properties.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <stdexcept>
 
@@ -26,23 +25,19 @@ constexpr std::int32_t UnknownDuration = std::numeric_limits<std::int32_t>::max(
 // Where the startup fade begins, as a share of the full gain.
 constexpr float StartupFadeShare = 0.28F;
 
-bool IsOnBoard(AppScreen screen) {
-    return screen == AppScreen::Playing || screen == AppScreen::Pause;
-}
-
 const std::string& FirstNamed(const std::string& name, const std::string& otherwise) {
     return name.empty() ? otherwise : name;
 }
 
-void FollowVolumes(const GameApp& app, MusicRuntime& music) {
-    const std::int32_t musicPercent = MusicGainFromOptions(app);
+void FollowVolumes(const AudioSettings& settings, MusicRuntime& music) {
+    const std::int32_t musicPercent = MusicGainFromOptions(settings);
     if (musicPercent != music.MusicGainPercent) {
         music.MusicGainPercent = musicPercent;
         if (!ApplyMusicGain(music)) {
             SDL_Log("MIX_SetTrackGain failed: %s", SDL_GetError());
         }
     }
-    const std::int32_t sfxPercent = SfxGainFromOptions(app);
+    const std::int32_t sfxPercent = SfxGainFromOptions(settings);
     if (sfxPercent != music.SfxGainPercent) {
         music.SfxGainPercent = sfxPercent;
         SetSfxTrackGains(music, VolumeToGain(sfxPercent));
@@ -148,40 +143,39 @@ void FollowLoops(MusicRuntime& music) {
 
 } // namespace
 
-void UpdateMusic(const GameApp& app, MusicRuntime& music) {
+void UpdateMusic(SlicesOf<const AudioSettings, const Navigation> game, MusicRuntime& music) {
     if (!music.Ready) {
         return;
     }
-    music.LastScreen = app.Screen;
-    FollowVolumes(app, music);
+    const Navigation& navigation = game;
+    const AppScreen screen = navigation.Screen;
+    music.LastScreen = screen;
+    FollowVolumes(game, music);
     if (music.MusicTrack == nullptr || music.Patterns.empty()) {
         return;
     }
-    const std::uint8_t danger = IsOnBoard(app.Screen) ? BuildRunSnapshot().DangerLevel : 0;
-    FollowGame(music, DesiredMusicPattern(music, app.Screen, danger));
+    const bool onBoard = MoodOf(screen) == ScreenMood::Board;
+    const std::uint8_t danger = onBoard ? BuildRunSnapshot().DangerLevel : 0;
+    FollowGame(music, DesiredMusicPattern(music, screen, danger));
     FollowLoops(music);
     UpdateStartupFade(music);
 }
 
 const std::string& DesiredMusicPattern(const MusicRuntime& music, AppScreen screen,
                                        std::uint8_t dangerLevel) {
-    switch (screen) {
-    case AppScreen::Playing:
-    case AppScreen::Pause: {
+    switch (MoodOf(screen)) {
+    case ScreenMood::Board: {
         const std::array<const std::string*, 4> byDanger = {
             &music.GameplayPatternName, &music.InfectionPatternName, &music.DangerPatternName,
             &music.GameOverPatternName};
         return FirstNamed(*byDanger.at(dangerLevel), music.GameplayPatternName);
     }
-    case AppScreen::LevelComplete:
+    case ScreenMood::LevelComplete:
         return music.GameplayPatternName;
-    case AppScreen::GameOver:
+    case ScreenMood::GameOver:
         return FirstNamed(music.GameOverPatternName,
                           FirstNamed(music.InfectionPatternName, music.MenuPatternName));
-    case AppScreen::MainMenu:
-    case AppScreen::Options:
-    case AppScreen::Help:
-    case AppScreen::Credits:
+    case ScreenMood::Menu:
         break;
     }
     return music.MenuPatternName;

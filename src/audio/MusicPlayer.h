@@ -6,19 +6,19 @@
 // again; everything else changes at once. Nothing is ever cross-faded, but the first pattern of a
 // run of the program may rise from a lower volume.
 
-#include "app/AppScreen.h"
 #include "audio/MusicRuntime.h"
+#include "audio/Volumes.h"
+#include "base/AppScreen.h"
+#include "base/Slices.h"
 
 #include <cstdint>
 #include <string>
 
 namespace Wirefall {
 
-struct GameApp;
-
 /// Moves the music and the volumes towards what the game and the options want. Once a frame, and
 /// once before the first. Does nothing while the engine is not ready.
-void UpdateMusic(const GameApp& app, MusicRuntime& music);
+void UpdateMusic(SlicesOf<const AudioSettings, const Navigation> game, MusicRuntime& music);
 
 /// The name of the pattern for a screen. The danger level counts only on the board and its pause.
 /// Empty when the role is.

@@ -4,8 +4,8 @@
 // player stands. One instance, owned by the game for the life of the process. InitAudio fills it
 // and ShutdownAudio empties it; in between it must not be moved. Main thread only.
 
-#include "app/AppScreen.h"
 #include "audio/SoundEvent.h"
+#include "base/AppScreen.h"
 
 #include <SDL3_mixer/SDL_mixer.h>
 

@@ -1,7 +1,5 @@
 #include "audio/SoundEffects.h"
 
-#include "app/GameApp.h"
-
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_properties.h>
@@ -21,11 +19,6 @@ constexpr std::int64_t MsPerSecond = 1000;
 // How many frames the sound takes to rise and to fall: about 2 and 6 milliseconds.
 int AttackFrames(int rate) { return rate >= 1000 ? rate / 500 : 1; }
 int ReleaseFrames(int rate) { return rate >= 320 ? rate / 160 : 1; }
-
-constexpr std::array<const char*, SoundEventCount> SoundEventNames = {
-    "UiMove",          "UiConfirm",  "UiBack",          "CursorMove",  "Rotate",   "Place",
-    "PacketDelivered", "PacketLost", "PacketCorrupted", "VirusSpread", "GameOver",
-};
 
 std::int64_t FrameCount(const SfxSpec& spec, int rate) {
     return rate * spec.DurationMs / MsPerSecond;
@@ -53,8 +46,7 @@ AudioHandle MakeAudio(MIX_Mixer* mixer, const SfxSpec& row) {
     AudioHandle plain(
         MIX_CreateSineWaveAudio(mixer, row.FrequencyHz, row.Amplitude, row.DurationMs));
     if (!plain) {
-        SDL_Log("MIX_CreateSineWaveAudio failed for SFX '%s': %s", SoundEventName(row.Event),
-                SDL_GetError());
+        SDL_Log("MIX_CreateSineWaveAudio failed for SFX '%s': %s", row.Name, SDL_GetError());
     }
     return plain;
 }
@@ -108,8 +100,8 @@ void PlaySfx(MusicRuntime& music, SoundEvent event) {
 } // namespace
 
 const char* SoundEventName(SoundEvent event) {
-    const auto index = static_cast<std::size_t>(event);
-    return index < SoundEventNames.size() ? SoundEventNames[index] : "Unknown";
+    const SfxSpec* const spec = SfxSpecs.Find(event);
+    return spec != nullptr ? spec->Name : "Unknown";
 }
 
 std::vector<float> SynthesizeSfx(const SfxSpec& spec, int rate, int channels) {
@@ -171,11 +163,11 @@ void SetSfxTrackGains(const MusicRuntime& music, float gain) {
     }
 }
 
-void DrainSoundQueue(GameApp& app, MusicRuntime& music) {
-    for (std::size_t i = 0; i < app.SoundQueueCount; ++i) {
-        PlaySfx(music, app.SoundQueue[i]);
+void DrainSoundQueue(QueuedSounds& sounds, MusicRuntime& music) {
+    for (std::size_t i = 0; i < sounds.SoundQueueCount; ++i) {
+        PlaySfx(music, sounds.SoundQueue[i]);
     }
-    app.SoundQueueCount = 0;
+    sounds.SoundQueueCount = 0;
 }
 
 } // namespace Wirefall

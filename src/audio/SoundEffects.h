@@ -6,36 +6,34 @@
 
 #include "audio/MusicRuntime.h"
 #include "audio/SoundEvent.h"
+#include "audio/SoundQueue.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
 namespace Wirefall {
-
-struct GameApp;
 
 struct SfxSpec {
     SoundEvent Event;
     std::int32_t FrequencyHz;
     float Amplitude; ///< 0 to 1.
     std::int64_t DurationMs;
+    const char* Name = "Unknown"; ///< As the log calls it.
 };
 
-/// In the order of SoundEvent.
-inline constexpr std::array<SfxSpec, SoundEventCount> SfxSpecs = {{
-    {SoundEvent::UiMove, 560, 0.16F, 45},
-    {SoundEvent::UiConfirm, 900, 0.24F, 70},
-    {SoundEvent::UiBack, 840, 0.22F, 85},
-    {SoundEvent::CursorMove, 470, 0.12F, 34},
-    {SoundEvent::Rotate, 680, 0.18F, 44},
-    {SoundEvent::Place, 420, 0.22F, 72},
-    {SoundEvent::PacketDelivered, 1040, 0.23F, 56},
-    {SoundEvent::PacketLost, 280, 0.34F, 120},
-    {SoundEvent::PacketCorrupted, 520, 0.30F, 135},
-    {SoundEvent::VirusSpread, 430, 0.26F, 105},
-    {SoundEvent::GameOver, 220, 0.48F, 300},
-}};
+inline constexpr auto SfxSpecs = TableBy<SoundEvent, SfxSpec>({
+    {SoundEvent::UiMove, 560, 0.16F, 45, "UiMove"},
+    {SoundEvent::UiConfirm, 900, 0.24F, 70, "UiConfirm"},
+    {SoundEvent::UiBack, 840, 0.22F, 85, "UiBack"},
+    {SoundEvent::CursorMove, 470, 0.12F, 34, "CursorMove"},
+    {SoundEvent::Rotate, 680, 0.18F, 44, "Rotate"},
+    {SoundEvent::Place, 420, 0.22F, 72, "Place"},
+    {SoundEvent::PacketDelivered, 1040, 0.23F, 56, "PacketDelivered"},
+    {SoundEvent::PacketLost, 280, 0.34F, 120, "PacketLost"},
+    {SoundEvent::PacketCorrupted, 520, 0.30F, 135, "PacketCorrupted"},
+    {SoundEvent::VirusSpread, 430, 0.26F, 105, "VirusSpread"},
+    {SoundEvent::GameOver, 220, 0.48F, 300, "GameOver"},
+});
 
 /// The name of the enumerator; "Unknown" for a value that has none.
 const char* SoundEventName(SoundEvent event);
@@ -55,6 +53,6 @@ void SetSfxTrackGains(const MusicRuntime& music, float gain);
 
 /// Plays the queued effects and empties the queue. Without an engine they are discarded, not kept.
 /// With more effects than tracks the latest cut off the earliest.
-void DrainSoundQueue(GameApp& app, MusicRuntime& music);
+void DrainSoundQueue(QueuedSounds& sounds, MusicRuntime& music);
 
 } // namespace Wirefall

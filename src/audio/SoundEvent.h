@@ -1,7 +1,8 @@
 #pragma once
 
-// The eleven sound effects by name. The screens queue them; the audio engine plays the queue once a
-// frame.
+// The sound effects by name. The screens queue them; the audio engine plays the queue once a frame.
+
+#include "base/EnumTable.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,9 +23,6 @@ enum class SoundEvent : std::uint8_t {
     GameOver,
 };
 
-inline constexpr std::size_t SoundEventCount = 11;
-
-/// How many events one frame can queue; more are dropped.
-inline constexpr std::size_t SoundQueueCapacity = 64;
+inline constexpr std::size_t SoundEventCount = EnumCount<SoundEvent>;
 
 } // namespace Wirefall

@@ -1,7 +1,5 @@
 #include "audio/SoundQueue.h"
 
-#include "app/GameApp.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -26,14 +24,16 @@ constexpr float AudibleSpread = 0.0001F;
 
 } // namespace
 
-void EnqueueSound(GameApp& app, SoundEvent event) {
-    if (app.SoundQueueCount < app.SoundQueue.size()) {
-        app.SoundQueue[app.SoundQueueCount++] = event;
+void EnqueueSound(QueuedSounds& sounds, SoundEvent event) {
+    if (sounds.SoundQueueCount < sounds.SoundQueue.size()) {
+        sounds.SoundQueue[sounds.SoundQueueCount++] = event;
     }
 }
 
-void DetectGameSounds(GameApp& app, const RunSnapshot& snapshot) {
-    const RunSnapshot& previous = app.PreviousSnapshot;
+void DetectGameSounds(SlicesOf<QueuedSounds, const RunStatus> game, const RunSnapshot& snapshot) {
+    QueuedSounds& sounds = game;
+    const RunStatus& status = game;
+    const RunSnapshot& previous = status.PreviousSnapshot;
     const bool fell = std::any_of(CountedSounds.begin(), CountedSounds.end(),
                                   [&snapshot, &previous](const CountedSound& row) {
                                       return snapshot.*row.Count < previous.*row.Count;
@@ -44,14 +44,14 @@ void DetectGameSounds(GameApp& app, const RunSnapshot& snapshot) {
     for (const CountedSound& row : CountedSounds) {
         const std::int64_t grown = std::int64_t{snapshot.*row.Count} - previous.*row.Count;
         for (std::int64_t i = 0; i < std::min(grown, row.MostAtOnce); ++i) {
-            EnqueueSound(app, row.Event);
+            EnqueueSound(sounds, row.Event);
         }
     }
     if (snapshot.InfectionRatio > previous.InfectionRatio + AudibleSpread) {
-        EnqueueSound(app, SoundEvent::VirusSpread);
+        EnqueueSound(sounds, SoundEvent::VirusSpread);
     }
     if (snapshot.GameOver && !previous.GameOver) {
-        EnqueueSound(app, SoundEvent::GameOver);
+        EnqueueSound(sounds, SoundEvent::GameOver);
     }
 }
 

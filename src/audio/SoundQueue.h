@@ -4,19 +4,31 @@
 // those of the simulation; the audio engine plays the queue and empties it.
 
 #include "audio/SoundEvent.h"
+#include "base/Slices.h"
 #include "sim/LevelRules.h"
+
+#include <array>
+#include <cstddef>
 
 namespace Wirefall {
 
-struct GameApp;
+/// How many events one frame can queue; more are dropped.
+inline constexpr std::size_t SoundQueueCapacity = 64;
+
+struct QueuedSounds {
+    std::array<SoundEvent, SoundQueueCapacity> SoundQueue{};
+    std::size_t SoundQueueCount = 0;
+
+    bool operator==(const QueuedSounds&) const = default;
+};
 
 /// Queues one effect. Dropped without a word when the queue is full.
-void EnqueueSound(GameApp& app, SoundEvent event);
+void EnqueueSound(QueuedSounds& sounds, SoundEvent event);
 
-/// Queues what has happened in the run between app.PreviousSnapshot, which must be valid, and
+/// Queues what has happened in the run between PreviousSnapshot, which must be valid, and
 /// `snapshot`: deliveries and losses up to three times each, corruptions up to twice, a spread of
 /// the virus and the end of the run once. Nothing at all when one of the three counts has fallen,
 /// which means that a new level or run has begun.
-void DetectGameSounds(GameApp& app, const RunSnapshot& snapshot);
+void DetectGameSounds(SlicesOf<QueuedSounds, const RunStatus> game, const RunSnapshot& snapshot);
 
 } // namespace Wirefall

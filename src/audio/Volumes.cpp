@@ -6,29 +6,26 @@ namespace Wirefall {
 
 namespace {
 
-constexpr std::int32_t FullPercent = 100;
-
 std::int32_t ChannelPercent(bool enabled, std::int32_t master, std::int32_t channel) {
     if (!enabled) {
         return 0;
     }
-    const std::int64_t percent = std::int64_t{master} * channel / FullPercent;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(percent, 0, FullPercent));
+    const std::int64_t percent = std::int64_t{master} * channel / MaxVolume;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(percent, 0, MaxVolume));
 }
 
 } // namespace
 
 float VolumeToGain(std::int32_t percent) {
-    return static_cast<float>(std::clamp(percent, 0, FullPercent)) /
-           static_cast<float>(FullPercent);
+    return static_cast<float>(std::clamp(percent, 0, MaxVolume)) / static_cast<float>(MaxVolume);
 }
 
-std::int32_t MusicGainFromOptions(const GameOptions& options) {
-    return ChannelPercent(options.MusicEnabled, options.MasterVolume, options.MusicVolume);
+std::int32_t MusicGainFromOptions(const AudioSettings& settings) {
+    return ChannelPercent(settings.MusicEnabled, settings.MasterVolume, settings.MusicVolume);
 }
 
-std::int32_t SfxGainFromOptions(const GameOptions& options) {
-    return ChannelPercent(options.SfxEnabled, options.MasterVolume, options.SfxVolume);
+std::int32_t SfxGainFromOptions(const AudioSettings& settings) {
+    return ChannelPercent(settings.SfxEnabled, settings.MasterVolume, settings.SfxVolume);
 }
 
 } // namespace Wirefall

@@ -1,6 +1,5 @@
 #include "display/DisplayModes.h"
 
-#include "app/GameApp.h"
 #include "base/SdlMemory.h"
 #include "display/Aspect.h"
 
@@ -113,21 +112,45 @@ std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode) {
     return WidescreenResolutions;
 }
 
-std::span<const Resolution> OfferedResolutions(const GameApp& app) {
-    if (app.Resolutions.empty()) {
-        return BuiltInResolutions(app.AspectMode);
+std::span<const Resolution> OfferedResolutions(const DisplayState& state) {
+    if (state.Resolutions.empty()) {
+        return BuiltInResolutions(state.AspectMode);
     }
-    return app.Resolutions;
+    return state.Resolutions;
 }
 
-Resolution CurrentResolution(const GameApp& app) {
-    const std::span<const Resolution> offered = OfferedResolutions(app);
-    return offered[static_cast<std::size_t>(ClampIndex(app.ResolutionIndex, offered.size()))];
+Resolution CurrentResolution(const DisplayState& state) {
+    const std::span<const Resolution> offered = OfferedResolutions(state);
+    return offered[static_cast<std::size_t>(ClampIndex(state.ResolutionIndex, offered.size()))];
 }
 
-std::int32_t FindResolutionIndex(const GameApp& app, std::int32_t width, std::int32_t height,
+DisplayChoice ChosenDisplay(const DisplayState& state) {
+    const Resolution resolution = CurrentResolution(state);
+    return {.Width = resolution.Width,
+            .Height = resolution.Height,
+            .AspectMode = state.AspectMode,
+            .RefreshRate = state.RefreshRate,
+            .Fullscreen = state.Fullscreen,
+            .VSync = state.VSync};
+}
+
+void ChooseResolution(DisplayState& state, const Resolution& resolution) {
+    if (IsPlayable(resolution.Width, resolution.Height) &&
+        IsResolutionAllowed(state.AspectMode, resolution.Width, resolution.Height)) {
+        const std::span<const Resolution> offered = OfferedResolutions(state);
+        if (std::ranges::find(offered, resolution) == offered.end()) {
+            state.Resolutions.push_back(resolution);
+        }
+    }
+    state.ResolutionIndex =
+        FindResolutionIndex(state, resolution.Width, resolution.Height, state.ResolutionIndex);
+    const Resolution chosen = CurrentResolution(state);
+    UpdateLogicalWidth(state.AspectMode, chosen.Width, chosen.Height);
+}
+
+std::int32_t FindResolutionIndex(const DisplayState& state, std::int32_t width, std::int32_t height,
                                  std::int32_t fallback) {
-    const std::span<const Resolution> offered = OfferedResolutions(app);
+    const std::span<const Resolution> offered = OfferedResolutions(state);
     if (width >= 1 && height >= 1) {
         const auto found = std::ranges::find(offered, Resolution{width, height});
         if (found != offered.end()) {
@@ -179,36 +202,36 @@ std::vector<std::int32_t> SelectRefreshRates(std::span<const DisplayMode> modes,
     return {rates.begin(), rates.end()};
 }
 
-void RefreshDisplayModes(GameApp& app, SDL_Window* window) {
-    const Resolution saved = CurrentResolution(app);
+void RefreshDisplayModes(DisplayState& state, SDL_Window* window) {
+    const Resolution saved = CurrentResolution(state);
     const SDL_DisplayID display = DisplayOf(window);
-    app.DisplayModes = display != 0 ? ModesOf(display) : std::vector<DisplayMode>{};
-    app.Resolutions = SelectResolutions(app.DisplayModes, app.AspectMode);
-    app.ResolutionIndex = FindResolutionIndex(app, saved.Width, saved.Height, 0);
-    RefreshRefreshRates(app);
+    state.DisplayModes = display != 0 ? ModesOf(display) : std::vector<DisplayMode>{};
+    state.Resolutions = SelectResolutions(state.DisplayModes, state.AspectMode);
+    state.ResolutionIndex = FindResolutionIndex(state, saved.Width, saved.Height, 0);
+    RefreshRefreshRates(state);
 }
 
-void RefreshRefreshRates(GameApp& app) {
-    const Resolution resolution = CurrentResolution(app);
-    app.RefreshRates = app.Fullscreen ? SelectRefreshRates(app.DisplayModes, resolution)
-                                      : std::vector<std::int32_t>{0};
+void RefreshRefreshRates(DisplayState& state) {
+    const Resolution resolution = CurrentResolution(state);
+    state.RefreshRates = state.Fullscreen ? SelectRefreshRates(state.DisplayModes, resolution)
+                                          : std::vector<std::int32_t>{0};
     // Negative values are in no list, so they become automatic as well.
-    if (!std::ranges::binary_search(app.RefreshRates, app.RefreshRate)) {
-        app.RefreshRate = 0;
+    if (!std::ranges::binary_search(state.RefreshRates, state.RefreshRate)) {
+        state.RefreshRate = 0;
     }
 }
 
-void AdoptDesktopMode(GameApp& app) {
+void AdoptDesktopMode(DisplayState& state) {
     const SDL_DisplayMode* const desktop = DesktopMode();
     if (desktop == nullptr || !IsPlayable(desktop->w, desktop->h)) {
         return;
     }
-    app.AspectMode = IsResolutionAllowed(AspectMode::Classic4x3, desktop->w, desktop->h)
-                         ? AspectMode::Classic4x3
-                         : AspectMode::Widescreen;
-    app.Resolutions = {{desktop->w, desktop->h}};
-    app.ResolutionIndex = 0;
-    UpdateLogicalWidth(app.AspectMode, desktop->w, desktop->h);
+    state.AspectMode = IsResolutionAllowed(AspectMode::Classic4x3, desktop->w, desktop->h)
+                           ? AspectMode::Classic4x3
+                           : AspectMode::Widescreen;
+    state.Resolutions = {{desktop->w, desktop->h}};
+    state.ResolutionIndex = 0;
+    UpdateLogicalWidth(state.AspectMode, desktop->w, desktop->h);
 }
 
 } // namespace Wirefall

@@ -4,7 +4,7 @@
 // the aspect mode of the options, with built-in tables for a display that offers nothing usable.
 // The lists are rebuilt when the options change; the choice is then found again in the new list.
 
-#include "display/DisplayTypes.h"
+#include "display/DisplayState.h"
 
 #include <SDL3/SDL_video.h>
 
@@ -14,8 +14,6 @@
 
 namespace Wirefall {
 
-struct GameApp;
-
 /// Whether a screen of that size has room for the game: it is at least 1024 wide.
 bool IsPlayable(std::int32_t width, std::int32_t height);
 
@@ -24,14 +22,21 @@ std::span<const Resolution> BuiltInResolutions(AspectMode aspectMode);
 
 /// What the player chooses from: Resolutions, or the built-in table while that list is empty. Never
 /// empty. Holds until Resolutions changes.
-std::span<const Resolution> OfferedResolutions(const GameApp& app);
+std::span<const Resolution> OfferedResolutions(const DisplayState& state);
 
 /// The chosen resolution: that at ResolutionIndex, clamped into the offered ones.
-Resolution CurrentResolution(const GameApp& app);
+Resolution CurrentResolution(const DisplayState& state);
+
+/// The player's choice with the resolution itself.
+DisplayChoice ChosenDisplay(const DisplayState& state);
+
+/// Chooses the resolution, which is offered from now on if it is playable and the aspect mode
+/// allows it. One that is not offered leaves the choice as it was. The logical canvas follows.
+void ChooseResolution(DisplayState& state, const Resolution& resolution);
 
 /// Where the pair stands among the offered resolutions. When it is not there, or is not a size at
 /// all, `fallback` clamped into the list.
-std::int32_t FindResolutionIndex(const GameApp& app, std::int32_t width, std::int32_t height,
+std::int32_t FindResolutionIndex(const DisplayState& state, std::int32_t width, std::int32_t height,
                                  std::int32_t fallback);
 
 /// The modes of a display, each once, in the order of the list. Skips null entries and those
@@ -52,14 +57,14 @@ std::vector<std::int32_t> SelectRefreshRates(std::span<const DisplayMode> modes,
 /// Asks the display that the window is on, or the first one for a null window, and rebuilds
 /// DisplayModes, Resolutions and RefreshRates. The chosen resolution stays chosen if the new list
 /// has it; otherwise the smallest is. Without a display the built-in resolutions are offered.
-void RefreshDisplayModes(GameApp& app, SDL_Window* window);
+void RefreshDisplayModes(DisplayState& state, SDL_Window* window);
 
 /// Rebuilds RefreshRates for the chosen resolution, and sets RefreshRate to automatic unless it is
 /// in the new list. In a window only automatic is.
-void RefreshRefreshRates(GameApp& app);
+void RefreshRefreshRates(DisplayState& state);
 
 /// Chooses the desktop's own resolution and shape, as a first start does. Changes nothing when
 /// there is no display or its desktop is too small to play on.
-void AdoptDesktopMode(GameApp& app);
+void AdoptDesktopMode(DisplayState& state);
 
 } // namespace Wirefall

@@ -1,6 +1,5 @@
 #include "display/DisplaySettings.h"
 
-#include "app/GameApp.h"
 #include "display/Aspect.h"
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
@@ -117,38 +116,38 @@ void ApplyWindowed(SDL_Window* window, const Resolution& wanted) {
     }
 }
 
-void ApplyVSync(GameApp& app, SDL_Renderer* renderer) {
-    const int wanted = app.VSync ? 1 : 0;
+void ApplyVSync(DisplayState& state, SDL_Renderer* renderer) {
+    const int wanted = state.VSync ? 1 : 0;
     if (!SDL_SetRenderVSync(renderer, wanted)) {
         SDL_Log("SDL_SetRenderVSync(%d) failed: %s", wanted, SDL_GetError());
     }
     // The renderer may have refused, so the frame loop goes by what it says of itself.
     int active = 0;
     if (SDL_GetRenderVSync(renderer, &active)) {
-        app.VSyncActive = active != 0;
+        state.VSyncActive = active != 0;
     } else {
-        app.VSyncActive = false;
+        state.VSyncActive = false;
         SDL_Log("SDL_GetRenderVSync failed: %s", SDL_GetError());
     }
 }
 
 } // namespace
 
-void ApplyDisplaySettings(GameApp& app, SDL_Window* window, SDL_Renderer* renderer) {
+void ApplyDisplaySettings(DisplayState& state, SDL_Window* window, SDL_Renderer* renderer) {
     if (window == nullptr) {
         return;
     }
-    const Resolution resolution = CurrentResolution(app);
-    UpdateLogicalWidth(app.AspectMode, resolution.Width, resolution.Height);
-    if (app.Fullscreen) {
+    const Resolution resolution = CurrentResolution(state);
+    UpdateLogicalWidth(state.AspectMode, resolution.Width, resolution.Height);
+    if (state.Fullscreen) {
         ApplyFullscreen(window);
     } else {
         ApplyWindowed(window, resolution);
     }
-    ApplyVSync(app, renderer);
+    ApplyVSync(state, renderer);
     ApplyLogicalPresentation(window, renderer);
     // The switch can take a second or more, which must not reach the simulation.
-    app.ResetFrameClock = true;
+    state.ResetFrameClock = true;
 }
 
 void ApplyLogicalPresentation(SDL_Window* window, SDL_Renderer* renderer) {

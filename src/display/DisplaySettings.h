@@ -4,17 +4,17 @@
 // display's mode is never switched, so there the resolution only chooses the shape of the logical
 // canvas, and the refresh rate has no effect at all.
 
+#include "display/DisplayState.h"
+
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
 
 namespace Wirefall {
 
-struct GameApp;
-
 /// Applies resolution, fullscreen, window size and position, vertical sync and the logical canvas.
 /// A step that fails is logged and the others still happen. VSyncActive then tells what the
 /// renderer reports, and ResetFrameClock is set. Does nothing with a null window.
-void ApplyDisplaySettings(GameApp& app, SDL_Window* window, SDL_Renderer* renderer);
+void ApplyDisplaySettings(DisplayState& state, SDL_Window* window, SDL_Renderer* renderer);
 
 /// Gives the renderer the logical canvas, letterboxed into the window. Does nothing with a null
 /// window; a failure is logged.

@@ -1,16 +1,20 @@
 #pragma once
 
-// The vocabulary of input: the ten things a player can do, the three classes of device, and the
-// tables that say which key or button does what. The tables are plain arrays in the order of
-// InputAction; all three are live at all times.
+// The vocabulary of input: the things a player can do, the three classes of device, and the tables
+// that say which key or button does what. The tables are plain arrays in the order of InputAction;
+// all three are live at all times.
+
+#include "base/EnumTable.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace Wirefall {
 
-/// In the order of the binding tables, of the keys in Config.ini and of the label texts.
+/// In the order of the binding tables and of the keys in Config.ini. The keyboard has no bindings
+/// for the menus' two actions, which come last.
 enum class InputAction : std::uint8_t {
     CursorUp,
     CursorDown,
@@ -24,9 +28,9 @@ enum class InputAction : std::uint8_t {
     MenuBack,
 };
 
-inline constexpr std::size_t ActionCount = 10;
-/// The keyboard has no bindings for MenuConfirm and MenuBack: those are fixed keys.
-inline constexpr std::size_t KeyboardActionCount = 8;
+inline constexpr std::size_t ActionCount = EnumCount<InputAction>;
+inline constexpr std::size_t KeyboardActionCount =
+    static_cast<std::size_t>(InputAction::FastForward) + 1;
 
 /// The class of device whose bindings the Controls page shows. Stored in Config.ini by name.
 enum class ControlsDevice : std::int32_t { Keyboard = 0, Gamepad = 1, Joystick = 2 };
@@ -49,67 +53,67 @@ inline constexpr std::int32_t MaxGamepadButton = 25;
 /// The place of an action in a binding table.
 constexpr std::size_t ActionIndex(InputAction action) { return static_cast<std::size_t>(action); }
 
+/// Everything that belongs to an action but what it does.
+struct ActionRow {
+    const char* TextKey; ///< Of its name, in the language files.
+    const char* Name;    ///< In English.
+    std::uint32_t Scancode;
+    std::int32_t GamepadButton;
+    std::int32_t JoystickButton;
+
+    /// Its key in Config.ini.
+    constexpr std::string_view ConfigKey() const {
+        return std::string_view(TextKey).substr(std::string_view("Action.").size());
+    }
+};
+
+/// With the factory bindings: the key, the SDL_GamepadButton and the button of a joystick. A
+/// joystick steers with its axes and its hat, so its cursor actions have no button.
+inline constexpr auto Actions = TableBy<InputAction, ActionRow>({
+    {"Action.CursorUp", "CURSOR UP", 82, 11, UnboundButton},       // Up; D-pad up
+    {"Action.CursorDown", "CURSOR DOWN", 81, 12, UnboundButton},   // Down; D-pad down
+    {"Action.CursorLeft", "CURSOR LEFT", 80, 13, UnboundButton},   // Left; D-pad left
+    {"Action.CursorRight", "CURSOR RIGHT", 79, 14, UnboundButton}, // Right; D-pad right
+    {"Action.RotateLeft", "ROTATE LEFT", 20, 9, 1},                // Q; left shoulder
+    {"Action.RotateRight", "ROTATE RIGHT", 8, 10, 2},              // E; right shoulder
+    {"Action.Place", "PLACE TILE", 40, 0, 0},                      // Return; south
+    {"Action.FastForward", "FAST FORWARD", 225, 3, 4},             // left Shift; north
+    {"Action.MenuConfirm", "MENU CONFIRM", UnboundKey, 0, 0},      // south
+    {"Action.MenuBack", "MENU BACK", UnboundKey, 1, 3},            // east
+});
+
 namespace FactoryBindings {
 
-inline constexpr KeyboardTable Keyboard = {
-    82,  // CursorUp: Up
-    81,  // CursorDown: Down
-    80,  // CursorLeft: Left
-    79,  // CursorRight: Right
-    20,  // RotateLeft: Q
-    8,   // RotateRight: E
-    40,  // Place: Return
-    225, // FastForward: left Shift
-};
+/// The column of the table of actions, as long as a device's table is.
+template <typename Table>
+constexpr Table Column(typename Table::value_type ActionRow::*column) {
+    Table table{};
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        table[i] = Actions.Rows()[i].*column;
+    }
+    return table;
+}
 
-inline constexpr GamepadTable Gamepad = {
-    11, // CursorUp: D-pad up
-    12, // CursorDown: D-pad down
-    13, // CursorLeft: D-pad left
-    14, // CursorRight: D-pad right
-    9,  // RotateLeft: left shoulder
-    10, // RotateRight: right shoulder
-    0,  // Place: south
-    3,  // FastForward: north
-    0,  // MenuConfirm: south
-    1,  // MenuBack: east
-};
-
-/// A joystick steers with its axes and its hat, so its cursor actions have no button.
-inline constexpr JoystickTable Joystick = {
-    UnboundButton,
-    UnboundButton,
-    UnboundButton,
-    UnboundButton,
-    1, // RotateLeft
-    2, // RotateRight
-    0, // Place
-    4, // FastForward
-    0, // MenuConfirm
-    3, // MenuBack
-};
+inline constexpr KeyboardTable Keyboard = Column<KeyboardTable>(&ActionRow::Scancode);
+inline constexpr GamepadTable Gamepad = Column<GamepadTable>(&ActionRow::GamepadButton);
+inline constexpr JoystickTable Joystick = Column<JoystickTable>(&ActionRow::JoystickButton);
 
 } // namespace FactoryBindings
 
-/// The working copy that the Controls page edits.
-struct PendingControls {
-    KeyboardTable PendingKeyboard = FactoryBindings::Keyboard;
-    GamepadTable PendingGamepad = FactoryBindings::Gamepad;
-    JoystickTable PendingJoystick = FactoryBindings::Joystick;
-    Wirefall::ControlsDevice PendingDevice = Wirefall::ControlsDevice::Keyboard;
-    bool PendingValid = false;
+/// The player's choice. The defaults are those of a first start.
+struct InputSettings {
+    Wirefall::ControlsDevice ControlsDevice = Wirefall::ControlsDevice::Keyboard;
+    KeyboardTable KeyboardBindings = FactoryBindings::Keyboard;
+    GamepadTable GamepadBindings = FactoryBindings::Gamepad;
+    JoystickTable JoystickBindings = FactoryBindings::Joystick;
+
+    bool operator==(const InputSettings&) const = default;
 };
 
-/// Which class of device a capture waits for.
-enum class CaptureDevice : std::int32_t { None = 0, Keyboard = 1, Gamepad = 2, Joystick = 3 };
+struct InputState : InputSettings {
+    InputDevice LastInputDevice = InputDevice::Keyboard;
 
-/// The state of waiting for a press to bind. Rows are those of the Controls page.
-struct BindingCapture {
-    bool CaptureActive = false;
-    Wirefall::CaptureDevice CaptureDevice = Wirefall::CaptureDevice::None;
-    std::int32_t CaptureKeyboardRow = 0;
-    std::int32_t CaptureGamepadRow = 0;
-    std::int32_t CaptureJoystickRow = 0;
+    bool operator==(const InputState&) const = default;
 };
 
 } // namespace Wirefall

@@ -12,8 +12,8 @@ namespace {
 using ControllerList = SdlArray<SDL_JoystickID>;
 using ListFunction = SDL_JoystickID* (*)(int* count);
 
-/// Calls `tryOpen` on the ids of a list in order until it returns true. A list that SDL could not
-/// make has no ids.
+// Calls `tryOpen` on the ids of a list in order until it returns true. A list that SDL could not
+// make has no ids.
 template <typename TryOpen>
 void OpenFirst(ListFunction list, TryOpen tryOpen) {
     int count = 0;
@@ -91,6 +91,13 @@ void CloseJoystick(ControllerSet& controllers) {
 void CloseControllers(ControllerSet& controllers) {
     CloseGamepad(controllers);
     CloseJoystick(controllers);
+}
+
+InputDevice DeviceInHand(const InputState& input, const ControllerSet& controllers) {
+    const InputDevice last = input.LastInputDevice;
+    const bool inHand = (last == InputDevice::Gamepad && controllers.Gamepad != nullptr) ||
+                        (last == InputDevice::Joystick && controllers.Joystick != nullptr);
+    return inHand ? last : InputDevice::Keyboard;
 }
 
 } // namespace Wirefall

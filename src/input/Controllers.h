@@ -3,6 +3,7 @@
 // Opening and closing gamepads and joysticks as they come and go. At most one of each is held. A
 // device that cannot be opened is left alone without a word, until the next one comes or goes.
 
+#include "input/Bindings.h"
 #include "input/ControllerSet.h"
 
 namespace Wirefall {
@@ -26,5 +27,8 @@ void CloseJoystick(ControllerSet& controllers);
 
 /// Closes both, the gamepad first. Must come before SDL_Quit.
 void CloseControllers(ControllerSet& controllers);
+
+/// The device that pressed last, or the keyboard if that device is gone.
+InputDevice DeviceInHand(const InputState& input, const ControllerSet& controllers);
 
 } // namespace Wirefall

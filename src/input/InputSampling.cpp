@@ -1,65 +1,51 @@
 #include "input/InputSampling.h"
 
-#include "app/GameApp.h"
-#include "input/BindingTables.h"
 #include "input/Controllers.h"
-#include "input/ControlsEdit.h"
 
 #include <SDL3/SDL_keyboard.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstdlib>
 
 namespace Wirefall {
 
 namespace {
 
-// Keyboard
+// --- Keys and buttons
 
-struct FixedKey {
-    PressCode Key;
+struct ActionPress {
     InputAction Action;
+    PressCode Code;
 };
 
-/// Keys that work only while their own action is bound to them. The screens take some of these
-/// codes for what they mean by default, so a key that the player has taken away from its action
-/// must not reach them.
-constexpr std::array<FixedKey, 7> FixedKeys = {{
-    {Press::Up, InputAction::CursorUp},
-    {Press::Down, InputAction::CursorDown},
-    {Press::Left, InputAction::CursorLeft},
-    {Press::Right, InputAction::CursorRight},
-    {Press::RotateLeft, InputAction::RotateLeft},
-    {Press::RotateRight, InputAction::RotateRight},
-    {SDL_SCANCODE_SPACE, InputAction::Place},
+// What these actions mean on every screen, by a button or by the key of the code.
+constexpr std::array<ActionPress, 6> SteeringPresses = {{
+    {InputAction::CursorUp, Press::Up},
+    {InputAction::CursorDown, Press::Down},
+    {InputAction::CursorLeft, Press::Left},
+    {InputAction::CursorRight, Press::Right},
+    {InputAction::RotateLeft, Press::RotateLeft},
+    {InputAction::RotateRight, Press::RotateRight},
 }};
 
-PressCode FilterFixedKey(PressCode key, const KeyboardTable& bindings) {
-    for (const FixedKey& fixed : FixedKeys) {
-        if (key == fixed.Key && bindings[ActionIndex(fixed.Action)] != key) {
-            return Press::None;
-        }
-    }
-    return key;
-}
+// One more key that works only while its own action is bound to it, though its code means nothing.
+constexpr ActionPress PlaceKey = {InputAction::Place, SDL_SCANCODE_SPACE};
 
-bool IsCapturing(const GameApp& app, CaptureDevice device) {
-    return app.Screen == AppScreen::Options && app.Capture.CaptureActive &&
-           app.Capture.CaptureDevice == device;
-}
-
-PressCode OnKeyDown(GameApp& app, const SDL_KeyboardEvent& event) {
+DevicePress KeyDown(InputState& input, const SDL_KeyboardEvent& event) {
     if (event.repeat) {
-        return Press::None;
+        return {};
     }
-    app.LastInputDevice = InputDevice::Keyboard;
-    const PressCode key = event.scancode;
-    return IsCapturing(app, CaptureDevice::Keyboard) ? key
-                                                     : FilterFixedKey(key, app.KeyboardBindings);
+    input.LastInputDevice = InputDevice::Keyboard;
+    return {.Kind = PressKind::Key, .Device = InputDevice::Keyboard, .Code = event.scancode};
 }
 
-// Sticks and hats
+DevicePress ButtonDown(InputState& input, InputDevice device, std::int32_t button) {
+    input.LastInputDevice = device;
+    return {.Kind = PressKind::Button, .Device = device, .ButtonNumber = button};
+}
+
+// --- Sticks and hats
 
 // A stick presses beyond the one and lets go within the other; between them nothing changes.
 constexpr int StickPress = 19000;
@@ -72,13 +58,13 @@ struct StickAxis {
     PressCode PositivePress;
 };
 
-/// By axis number; on a gamepad these two are those of the left stick. Further axes are not read.
+// By axis number; on a gamepad these two are those of the left stick. Further axes are not read.
 constexpr std::array<StickAxis, 2> StickAxes = {{
     {&StickLatches::Left, &StickLatches::Right, Press::Left, Press::Right},
     {&StickLatches::Up, &StickLatches::Down, Press::Up, Press::Down},
 }};
 
-/// Latches the one side and lets go of the other. Returns whether that is a press.
+// Latches the one side and lets go of the other. Returns whether that is a press.
 bool PressSide(bool& side, bool& otherSide) {
     if (side) {
         return false;
@@ -113,7 +99,7 @@ struct HatDirection {
     PressCode Code;
 };
 
-/// The first bit that is set decides, so a diagonal is up or down.
+// The first bit that is set decides, so a diagonal is up or down.
 constexpr std::array<HatDirection, 4> HatDirections = {{
     {SDL_HAT_UP, Press::Up},
     {SDL_HAT_DOWN, Press::Down},
@@ -130,78 +116,16 @@ PressCode PressFromHat(std::uint8_t value) {
     return Press::None;
 }
 
-/// A stick or a hat counts as the last device only when it presses: a resting stick trembles.
-PressCode NotePress(GameApp& app, InputDevice device, PressCode press) {
-    if (press != Press::None) {
-        app.LastInputDevice = device;
+// A stick or a hat counts as the last device only when it presses: a resting stick trembles.
+DevicePress Step(InputState& input, InputDevice device, PressCode code) {
+    if (code == Press::None) {
+        return {};
     }
-    return press;
+    input.LastInputDevice = device;
+    return {.Kind = PressKind::Step, .Device = device, .Code = code};
 }
 
-// Buttons
-
-struct ButtonPress {
-    InputAction Action;
-    PressCode Code;
-};
-
-/// What a button means on every screen, before the actions that depend on more than the button.
-constexpr std::array<ButtonPress, 6> ButtonPresses = {{
-    {InputAction::CursorUp, Press::Up},
-    {InputAction::CursorDown, Press::Down},
-    {InputAction::CursorLeft, Press::Left},
-    {InputAction::CursorRight, Press::Right},
-    {InputAction::RotateLeft, Press::RotateLeft},
-    {InputAction::RotateRight, Press::RotateRight},
-}};
-
-/// `bindings` is a GamepadTable or a JoystickTable, which are the same to this function.
-PressCode PressFromButton(const GameApp& app, const std::array<std::int32_t, ActionCount>& bindings,
-                          std::int32_t button) {
-    const auto isBound = [&bindings, button](InputAction action) {
-        return bindings[ActionIndex(action)] == button;
-    };
-    for (const ButtonPress& row : ButtonPresses) {
-        if (isBound(row.Action)) {
-            return row.Code;
-        }
-    }
-    if (app.Screen == AppScreen::Playing && isBound(InputAction::Place)) {
-        // The board knows placing by the player's own key only.
-        return app.KeyboardBindings[ActionIndex(InputAction::Place)];
-    }
-    if (isBound(InputAction::MenuConfirm)) {
-        return Press::Confirm;
-    }
-    // A button that also acts on the board must not open the pause menu there.
-    if (isBound(InputAction::MenuBack) && !isBound(InputAction::Place) &&
-        !isBound(InputAction::FastForward)) {
-        return Press::Back;
-    }
-    return Press::None;
-}
-
-PressCode OnGamepadButton(GameApp& app, std::int32_t button) {
-    app.LastInputDevice = InputDevice::Gamepad;
-    if (IsCapturing(app, CaptureDevice::Gamepad)) {
-        SetGamepadBinding(EditedGamepadTable(app), app.Capture.CaptureGamepadRow, button);
-        EndCapture(app.Capture);
-        return Press::None;
-    }
-    return PressFromButton(app, app.GamepadBindings, button);
-}
-
-PressCode OnJoystickButton(GameApp& app, std::int32_t button) {
-    app.LastInputDevice = InputDevice::Joystick;
-    if (IsCapturing(app, CaptureDevice::Joystick)) {
-        SetJoystickBinding(EditedJoystickTable(app), app.Capture.CaptureJoystickRow, button);
-        EndCapture(app.Capture);
-        return Press::None;
-    }
-    return PressFromButton(app, app.JoystickBindings, button);
-}
-
-// Devices that come and go
+// --- Devices that come and go
 
 bool IsHeldGamepad(const ControllerSet& controllers, SDL_JoystickID id) {
     return controllers.Gamepad != nullptr && controllers.GamepadId == id;
@@ -218,7 +142,7 @@ void OnGamepadRemoved(ControllerSet& controllers, SDL_JoystickID id) {
     }
 }
 
-/// Comes for gamepads too, and looks for controllers whichever device has gone.
+// Comes for gamepads too, and looks for controllers whichever device has gone.
 void OnJoystickRemoved(ControllerSet& controllers, SDL_JoystickID id) {
     if (IsHeldJoystick(controllers, id)) {
         CloseJoystick(controllers);
@@ -229,7 +153,7 @@ void OnJoystickRemoved(ControllerSet& controllers, SDL_JoystickID id) {
     OpenAvailableControllers(controllers);
 }
 
-// Fast forward
+// --- Fast forward
 
 bool IsFastForwardKeyDown(PressCode key) {
     const bool* const keys = SDL_GetKeyboardState(nullptr);
@@ -253,39 +177,39 @@ bool IsFastForwardButtonDown(SDL_Joystick* joystick, std::int32_t button) {
 
 } // namespace
 
-PressCode PressFromEvent(GameApp& app, ControllerSet& controllers, const SDL_Event& event) {
+DevicePress ReadDevicePress(InputState& input, ControllerSet& controllers, const SDL_Event& event) {
     switch (event.type) {
     case SDL_EVENT_KEY_DOWN:
-        return OnKeyDown(app, event.key);
+        return KeyDown(input, event.key);
 
     case SDL_EVENT_GAMEPAD_AXIS_MOTION:
         if (IsHeldGamepad(controllers, event.gaxis.which)) {
-            return NotePress(
-                app, InputDevice::Gamepad,
+            return Step(
+                input, InputDevice::Gamepad,
                 PressFromAxis(controllers.GamepadLatches, event.gaxis.axis, event.gaxis.value));
         }
         break;
     case SDL_EVENT_JOYSTICK_AXIS_MOTION:
         if (IsHeldJoystick(controllers, event.jaxis.which)) {
-            return NotePress(
-                app, InputDevice::Joystick,
+            return Step(
+                input, InputDevice::Joystick,
                 PressFromAxis(controllers.JoystickLatches, event.jaxis.axis, event.jaxis.value));
         }
         break;
     case SDL_EVENT_JOYSTICK_HAT_MOTION:
         if (IsHeldJoystick(controllers, event.jhat.which)) {
-            return NotePress(app, InputDevice::Joystick, PressFromHat(event.jhat.value));
+            return Step(input, InputDevice::Joystick, PressFromHat(event.jhat.value));
         }
         break;
 
     case SDL_EVENT_GAMEPAD_BUTTON_DOWN:
         if (IsHeldGamepad(controllers, event.gbutton.which)) {
-            return OnGamepadButton(app, event.gbutton.button);
+            return ButtonDown(input, InputDevice::Gamepad, event.gbutton.button);
         }
         break;
     case SDL_EVENT_JOYSTICK_BUTTON_DOWN:
         if (IsHeldJoystick(controllers, event.jbutton.which)) {
-            return OnJoystickButton(app, event.jbutton.button);
+            return ButtonDown(input, InputDevice::Joystick, event.jbutton.button);
         }
         break;
 
@@ -304,17 +228,49 @@ PressCode PressFromEvent(GameApp& app, ControllerSet& controllers, const SDL_Eve
     default:
         break;
     }
+    return {};
+}
+
+PressCode PressFromKey(const KeyboardTable& bindings, PressCode key) {
+    const auto takenAway = [&bindings, key](const ActionPress& row) {
+        return key == row.Code && bindings[ActionIndex(row.Action)] != key;
+    };
+    const bool filtered = takenAway(PlaceKey) || std::ranges::any_of(SteeringPresses, takenAway);
+    return filtered ? Press::None : key;
+}
+
+PressCode PressFromButton(const InputSettings& settings, InputDevice device, std::int32_t button,
+                          bool onBoard) {
+    const auto& bindings =
+        device == InputDevice::Gamepad ? settings.GamepadBindings : settings.JoystickBindings;
+    const auto isBound = [&bindings, button](InputAction action) {
+        return bindings[ActionIndex(action)] == button;
+    };
+    for (const ActionPress& row : SteeringPresses) {
+        if (isBound(row.Action)) {
+            return row.Code;
+        }
+    }
+    if (onBoard && isBound(InputAction::Place)) {
+        // The board knows placing by the player's own key only.
+        return settings.KeyboardBindings[ActionIndex(InputAction::Place)];
+    }
+    if (isBound(InputAction::MenuConfirm)) {
+        return Press::Confirm;
+    }
+    // A button that also acts on the board must not open the pause menu there.
+    if (isBound(InputAction::MenuBack) && !isBound(InputAction::Place) &&
+        !isBound(InputAction::FastForward)) {
+        return Press::Back;
+    }
     return Press::None;
 }
 
-bool SampleFastForward(const GameApp& app, const ControllerSet& controllers) {
-    if (app.Screen != AppScreen::Playing) {
-        return false;
-    }
+bool IsFastForwardHeld(const InputSettings& settings, const ControllerSet& controllers) {
     constexpr std::size_t Action = ActionIndex(InputAction::FastForward);
-    return IsFastForwardKeyDown(app.KeyboardBindings[Action]) ||
-           IsFastForwardButtonDown(controllers.Gamepad, app.GamepadBindings[Action]) ||
-           IsFastForwardButtonDown(controllers.Joystick, app.JoystickBindings[Action]);
+    return IsFastForwardKeyDown(settings.KeyboardBindings[Action]) ||
+           IsFastForwardButtonDown(controllers.Gamepad, settings.GamepadBindings[Action]) ||
+           IsFastForwardButtonDown(controllers.Joystick, settings.JoystickBindings[Action]);
 }
 
 } // namespace Wirefall

@@ -1,10 +1,9 @@
 #include "persist/Options.h"
 
-#include "app/GameApp.h"
 #include "base/SdlMemory.h"
-#include "display/Aspect.h"
+#include "base/TextValues.h"
 #include "display/DisplayModes.h"
-#include "persist/Storage.h"
+#include "storage/Storage.h"
 #include "velini/VelINIStream.h"
 
 #include <SDL3/SDL_filesystem.h>
@@ -13,8 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <charconv>
 #include <exception>
 #include <limits>
 #include <optional>
@@ -37,19 +34,11 @@ constexpr std::string_view JoystickSection = "ControlsJoystick";
 constexpr std::string_view GraphicsSection = "Graphics";
 constexpr std::string_view AudioSection = "Audio";
 
-constexpr std::array<std::string_view, 3> DeviceWords = {"keyboard", "gamepad", "joystick"};
-constexpr std::array<std::string_view, 2> AspectWords = {"widescreen", "classic4x3"};
-
-constexpr std::array<std::string_view, ActionCount> ActionKeys = {
-    "CursorUp",    "CursorDown", "CursorLeft",  "CursorRight", "RotateLeft",
-    "RotateRight", "Place",      "FastForward", "MenuConfirm", "MenuBack",
-};
-
-constexpr std::array<std::string_view, 4> TrueWords = {"1", "true", "yes", "on"};
-constexpr std::array<std::string_view, 4> FalseWords = {"0", "false", "no", "off"};
+constexpr auto DeviceWords =
+    TableBy<ControlsDevice, std::string_view>({"keyboard", "gamepad", "joystick"});
+constexpr auto AspectWords = TableBy<AspectMode, std::string_view>({"widescreen", "classic4x3"});
 
 constexpr std::int32_t MaxRefreshRate = 1000;
-constexpr const char* DefaultLanguage = "en";
 
 // Which numbers a binding of a device takes; what lies outside leaves it as it was.
 struct BindingLimits {
@@ -63,12 +52,12 @@ constexpr BindingLimits JoystickLimits = {UnboundButton, std::numeric_limits<std
 
 struct VolumeKey {
     std::string_view Key;
-    std::int32_t GameOptions::*Volume;
+    std::int32_t AudioSettings::*Volume;
 };
 constexpr std::array<VolumeKey, 3> VolumeKeys = {{
-    {"MasterVolume", &GameOptions::MasterVolume},
-    {"MusicVolume", &GameOptions::MusicVolume},
-    {"SfxVolume", &GameOptions::SfxVolume},
+    {"MasterVolume", &AudioSettings::MasterVolume},
+    {"MusicVolume", &AudioSettings::MusicVolume},
+    {"SfxVolume", &AudioSettings::SfxVolume},
 }};
 
 struct FlagKey {
@@ -84,23 +73,16 @@ constexpr std::array<FlagKey, 2> AudioFlags = {{
     {"SfxEnabled", &GameOptions::SfxEnabled},
 }};
 
-template <typename List>
-bool Contains(const List& list, std::string_view text) {
-    return std::ranges::find(list, text) != list.end();
-}
-
-std::string_view BoolText(bool flag) { return flag ? TrueWords.front() : FalseWords.front(); }
-
-// The word for an enumeration's value; the first word for a value that has none.
+// The word for an enumerator; the first word for a value that has none.
 template <typename Enum>
-std::string_view WordOf(std::span<const std::string_view> words, Enum value) {
-    const auto index = static_cast<std::size_t>(value);
-    return index < words.size() ? words[index] : words.front();
+std::string_view WordOf(const EnumTable<Enum, std::string_view>& words, Enum value) {
+    const std::string_view* const word = words.Find(value);
+    return word != nullptr ? *word : words.front();
 }
 
 template <typename Enum>
 void ReadWord(const velINIStream& document, std::string_view section, std::string_view key,
-              std::span<const std::string_view> words, Enum& value) {
+              const EnumTable<Enum, std::string_view>& words, Enum& value) {
     const std::string present(WordOf(words, value));
     const std::string word = ToLowerCopy(ConfigString(document, section, key, present));
     const auto found = std::ranges::find(words, std::string_view(word));
@@ -109,12 +91,16 @@ void ReadWord(const velINIStream& document, std::string_view section, std::strin
     }
 }
 
+std::string_view ActionKey(std::size_t action) {
+    return Actions[static_cast<InputAction>(action)].ConfigKey();
+}
+
 template <typename Table>
 void ReadBindings(const velINIStream& document, std::string_view section,
                   const BindingLimits& limits, Table& bindings) {
     for (std::size_t action = 0; action < bindings.size(); ++action) {
         const auto present = static_cast<std::int32_t>(bindings[action]);
-        const std::int32_t number = ConfigInt(document, section, ActionKeys[action], present);
+        const std::int32_t number = ConfigInt(document, section, ActionKey(action), present);
         if (number >= limits.Lowest && number <= limits.Highest) {
             bindings[action] = static_cast<typename Table::value_type>(number);
         }
@@ -128,34 +114,22 @@ void ReadFlags(const velINIStream& document, std::string_view section,
     }
 }
 
-void ReadResolution(const velINIStream& document, GameApp& app) {
-    const Resolution present = CurrentResolution(app);
-    const Resolution read = {
-        ConfigInt(document, GraphicsSection, "ResolutionWidth", present.Width),
-        ConfigInt(document, GraphicsSection, "ResolutionHeight", present.Height)};
-    if (IsPlayable(read.Width, read.Height) &&
-        IsResolutionAllowed(app.AspectMode, read.Width, read.Height)) {
-        const std::span<const Resolution> offered = OfferedResolutions(app);
-        if (std::ranges::find(offered, read) == offered.end()) {
-            app.Resolutions.push_back(read);
-        }
-    }
-    app.ResolutionIndex = FindResolutionIndex(app, read.Width, read.Height, app.ResolutionIndex);
-    const Resolution chosen = CurrentResolution(app);
-    UpdateLogicalWidth(app.AspectMode, chosen.Width, chosen.Height);
-}
-
-void ReadGraphics(const velINIStream& document, GameApp& app) {
+void ReadGraphics(const velINIStream& document, GameOptions& options) {
     // The aspect mode comes first, because it decides which resolutions are allowed.
-    ReadWord(document, GraphicsSection, "AspectMode", AspectWords, app.AspectMode);
-    ReadResolution(document, app);
-    const std::int32_t rate = ConfigInt(document, GraphicsSection, "RefreshRate", app.RefreshRate);
-    ReadFlags(document, GraphicsSection, GraphicsFlags, app);
-    RefreshRefreshRates(app);
+    ReadWord(document, GraphicsSection, "AspectMode", AspectWords, options.AspectMode);
+    const Resolution present = CurrentResolution(options);
+    ChooseResolution(options,
+                     {ConfigInt(document, GraphicsSection, "ResolutionWidth", present.Width),
+                      ConfigInt(document, GraphicsSection, "ResolutionHeight", present.Height)});
+    const std::int32_t rate =
+        ConfigInt(document, GraphicsSection, "RefreshRate", options.RefreshRate);
+    ReadFlags(document, GraphicsSection, GraphicsFlags, options);
+    RefreshRefreshRates(options);
     const std::int32_t clamped = std::clamp(rate, 0, MaxRefreshRate);
-    const bool offered = std::ranges::find(app.RefreshRates, clamped) != app.RefreshRates.end();
-    if (rate > 0 && (offered || app.DisplayModes.empty())) {
-        app.RefreshRate = clamped;
+    const bool offered =
+        std::ranges::find(options.RefreshRates, clamped) != options.RefreshRates.end();
+    if (rate > 0 && (offered || options.DisplayModes.empty())) {
+        options.RefreshRate = clamped;
     }
 }
 
@@ -167,15 +141,15 @@ void ReadAudio(const velINIStream& document, GameOptions& options) {
     ReadFlags(document, AudioSection, AudioFlags, options);
 }
 
-void ReadOptions(const velINIStream& document, GameApp& app) {
-    ReadWord(document, OptionsSection, "ControlsDevice", DeviceWords, app.ControlsDevice);
-    app.Language =
-        NormalizeLanguageCode(ConfigString(document, OptionsSection, "Language", app.Language));
-    ReadBindings(document, KeyboardSection, KeyboardLimits, app.KeyboardBindings);
-    ReadBindings(document, GamepadSection, GamepadLimits, app.GamepadBindings);
-    ReadBindings(document, JoystickSection, JoystickLimits, app.JoystickBindings);
-    ReadGraphics(document, app);
-    ReadAudio(document, app);
+void ReadOptions(const velINIStream& document, GameOptions& options) {
+    ReadWord(document, OptionsSection, "ControlsDevice", DeviceWords, options.ControlsDevice);
+    options.Language =
+        NormalizeLanguageCode(ConfigString(document, OptionsSection, "Language", options.Language));
+    ReadBindings(document, KeyboardSection, KeyboardLimits, options.KeyboardBindings);
+    ReadBindings(document, GamepadSection, GamepadLimits, options.GamepadBindings);
+    ReadBindings(document, JoystickSection, JoystickLimits, options.JoystickBindings);
+    ReadGraphics(document, options);
+    ReadAudio(document, options);
 }
 
 // All values stand in quotes, numbers and flags too.
@@ -194,7 +168,7 @@ void StoreNumber(velINIStream& document, std::string_view section, std::string_v
 template <typename Table>
 void StoreBindings(velINIStream& document, std::string_view section, const Table& bindings) {
     for (std::size_t action = 0; action < bindings.size(); ++action) {
-        StoreNumber(document, section, ActionKeys[action], bindings[action]);
+        StoreNumber(document, section, ActionKey(action), bindings[action]);
     }
     document.AddBlankLine(section);
 }
@@ -206,28 +180,29 @@ void StoreFlags(velINIStream& document, std::string_view section, std::span<cons
     }
 }
 
-velINIStream MakeDocument(const GameApp& app) {
+velINIStream MakeDocument(const GameOptions& options) {
     velINIStream document;
-    StoreText(document, OptionsSection, "ControlsDevice", WordOf(DeviceWords, app.ControlsDevice));
-    StoreText(document, OptionsSection, "Language", app.Language);
+    StoreText(document, OptionsSection, "ControlsDevice",
+              WordOf(DeviceWords, options.ControlsDevice));
+    StoreText(document, OptionsSection, "Language", options.Language);
     document.AddBlankLine(OptionsSection);
 
-    StoreBindings(document, KeyboardSection, app.KeyboardBindings);
-    StoreBindings(document, GamepadSection, app.GamepadBindings);
-    StoreBindings(document, JoystickSection, app.JoystickBindings);
+    StoreBindings(document, KeyboardSection, options.KeyboardBindings);
+    StoreBindings(document, GamepadSection, options.GamepadBindings);
+    StoreBindings(document, JoystickSection, options.JoystickBindings);
 
-    const Resolution resolution = CurrentResolution(app);
-    StoreNumber(document, GraphicsSection, "ResolutionWidth", resolution.Width);
-    StoreNumber(document, GraphicsSection, "ResolutionHeight", resolution.Height);
-    StoreText(document, GraphicsSection, "AspectMode", WordOf(AspectWords, app.AspectMode));
-    StoreNumber(document, GraphicsSection, "RefreshRate", std::max(app.RefreshRate, 0));
-    StoreFlags(document, GraphicsSection, GraphicsFlags, app);
+    const DisplayChoice display = ChosenDisplay(options);
+    StoreNumber(document, GraphicsSection, "ResolutionWidth", display.Width);
+    StoreNumber(document, GraphicsSection, "ResolutionHeight", display.Height);
+    StoreText(document, GraphicsSection, "AspectMode", WordOf(AspectWords, display.AspectMode));
+    StoreNumber(document, GraphicsSection, "RefreshRate", std::max(display.RefreshRate, 0));
+    StoreFlags(document, GraphicsSection, GraphicsFlags, options);
     document.AddBlankLine(GraphicsSection);
 
     for (const VolumeKey& volume : VolumeKeys) {
-        StoreNumber(document, AudioSection, volume.Key, app.*volume.Volume);
+        StoreNumber(document, AudioSection, volume.Key, options.*volume.Volume);
     }
-    StoreFlags(document, AudioSection, AudioFlags, app);
+    StoreFlags(document, AudioSection, AudioFlags, options);
     return document;
 }
 
@@ -244,8 +219,8 @@ bool IsWrittenWhole(const std::string& path) {
 }
 
 // velINI does not tell of writes that fail, so the file is read again.
-bool StageOptions(const GameApp& app, const std::string& path) {
-    return MakeDocument(app).WriteFile(path, false, velINI::TextEncoding::None) &&
+bool StageOptions(const GameOptions& options, const std::string& path) {
+    return MakeDocument(options).WriteFile(path, false, velINI::TextEncoding::None) &&
            IsWrittenWhole(path);
 }
 
@@ -267,7 +242,7 @@ void FinishInterruptedWrite(const std::string& path) {
 
 } // namespace
 
-bool LoadOptions(GameApp& app) {
+bool LoadOptions(GameOptions& options) {
     const std::string path = GetPrefFilePath(StagedName);
     IniOutcome outcome = IniOutcome::Unreadable;
     velINIStream document;
@@ -279,17 +254,18 @@ bool LoadOptions(GameApp& app) {
     }
     RemoveLocalFile(path);
     if (outcome == IniOutcome::Read) {
-        ReadOptions(document, app);
+        ReadOptions(document, options);
     }
     return outcome != IniOutcome::Unreadable;
 }
 
-bool SaveOptions(const GameApp& app) {
+bool SaveOptions(const GameOptions& options) {
     std::string path;
     bool written = false;
     try {
         path = GetPrefFilePath(StagedName);
-        written = !path.empty() && StageOptions(app, path) && SaveToUserStorage(StorageName, path);
+        written =
+            !path.empty() && StageOptions(options, path) && SaveToUserStorage(StorageName, path);
     } catch (const std::exception& error) {
         SDL_Log("Failed to write %s: %s", StorageName, error.what());
     }
@@ -297,12 +273,12 @@ bool SaveOptions(const GameApp& app) {
     return written;
 }
 
-void SaveOptionsIfDirty(GameApp& app) {
-    if (!app.OptionsDirty) {
+void SaveOptionsIfDirty(GameOptions& options) {
+    if (!options.OptionsDirty) {
         return;
     }
-    if (SaveOptions(app)) {
-        app.OptionsDirty = false;
+    if (SaveOptions(options)) {
+        options.OptionsDirty = false;
     } else {
         SDL_Log("Failed to write options config: %s", StorageName);
     }
@@ -316,38 +292,15 @@ std::string ConfigString(const velINIStream& document, std::string_view section,
 
 std::int32_t ConfigInt(const velINIStream& document, std::string_view section, std::string_view key,
                        std::int32_t defaultValue) {
-    const std::string text = ConfigString(document, section, key, std::to_string(defaultValue));
-    std::int32_t number = 0;
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result result = std::from_chars(text.data(), end, number);
-    return result.ec == std::errc{} && result.ptr == end ? number : defaultValue;
+    std::int32_t number = defaultValue;
+    ParseStrictInt(ConfigString(document, section, key, std::to_string(defaultValue)), number);
+    return number;
 }
 
 bool ConfigBool(const velINIStream& document, std::string_view section, std::string_view key,
                 bool defaultValue) {
     return ParseBool(ConfigString(document, section, key, std::string(BoolText(defaultValue))),
                      defaultValue);
-}
-
-bool ParseBool(std::string_view text, bool defaultValue) {
-    const std::string word = ToLowerCopy(text);
-    if (Contains(TrueWords, word)) {
-        return true;
-    }
-    return !Contains(FalseWords, word) && defaultValue;
-}
-
-std::string ToLowerCopy(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
-}
-
-std::string NormalizeLanguageCode(std::string_view code) {
-    std::string normal = ToLowerCopy(code);
-    std::erase_if(normal, [](unsigned char c) { return std::isspace(c) != 0; });
-    return normal.empty() ? DefaultLanguage : normal;
 }
 
 } // namespace Wirefall

@@ -4,6 +4,8 @@
 // the options each time; reading takes each value for itself, and one that is missing, empty or
 // out of range leaves the option as it was. docs/formats.md describes the file for people.
 
+#include "persist/GameOptions.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,40 +16,29 @@ class velINIStream;
 
 namespace Wirefall {
 
-struct GameApp;
-
 /// Reads the file into the options. False when there was none, which makes this a first start. A
 /// file that is there but cannot be made sense of changes nothing and is no reason to write a new
 /// one: that is logged, and the result is true. A write of the last session that was cut off in the
 /// middle is finished first.
-bool LoadOptions(GameApp& app);
+bool LoadOptions(GameOptions& options);
 
 /// Writes the options. False when that failed; the old file stays then.
-bool SaveOptions(const GameApp& app);
+bool SaveOptions(const GameOptions& options);
 
 /// Writes the options if OptionsDirty is set, and clears it. A failure is logged and leaves it set.
-void SaveOptionsIfDirty(GameApp& app);
+void SaveOptionsIfDirty(GameOptions& options);
 
 // The values of a document. An empty value counts as missing.
 
 std::string ConfigString(const velINI::velINIStream& document, std::string_view section,
                          std::string_view key, const std::string& defaultValue);
 
-/// The default unless the value is a decimal number of 32 bits: a minus or none, then digits, and
-/// nothing before or behind.
+/// The default unless ParseStrictInt takes the value.
 std::int32_t ConfigInt(const velINI::velINIStream& document, std::string_view section,
                        std::string_view key, std::int32_t defaultValue);
 
+/// By ParseBool.
 bool ConfigBool(const velINI::velINIStream& document, std::string_view section,
                 std::string_view key, bool defaultValue);
-
-/// True for 1, true, yes and on, false for 0, false, no and off, in upper or lower case; the
-/// default for any other text.
-bool ParseBool(std::string_view text, bool defaultValue);
-
-std::string ToLowerCopy(std::string_view text);
-
-/// A language code as it is kept: in lower case and without white space, "en" if nothing is left.
-std::string NormalizeLanguageCode(std::string_view code);
 
 } // namespace Wirefall

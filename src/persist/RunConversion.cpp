@@ -1,9 +1,9 @@
 #include "persist/RunConversion.h"
 
-#include "app/GameApp.h"
 #include "sim/Simulation.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
@@ -11,20 +11,20 @@ namespace Wirefall {
 
 namespace {
 
-constexpr std::uint32_t LastDirection = 3;
 constexpr std::int32_t RotationMask = 3;
 constexpr std::size_t BoardCells = std::size_t{BoardSide} * BoardSide;
 
 // A number and its blank take no more in the engine's text.
 constexpr std::size_t WordTextLength = 11;
 
-// The numbers that the run and the document hold in the same form.
-struct NumberPair {
-    std::int32_t RunState::*InRun;
-    std::int32_t SaveDocument::*InDocument;
+template <typename Value>
+struct FieldPair {
+    Value RunState::*InRun;
+    Value SaveDocument::*InDocument;
 };
 
-constexpr std::array<NumberPair, 18> NumberPairs = {{
+// What the run and the document hold in the same form.
+constexpr auto SameFields = std::to_array<FieldPair<std::int32_t>>({
     {&RunState::CursorX, &SaveDocument::CursorX},
     {&RunState::CursorY, &SaveDocument::CursorY},
     {&RunState::PreviewRotation, &SaveDocument::PreviewRotation},
@@ -43,15 +43,31 @@ constexpr std::array<NumberPair, 18> NumberPairs = {{
     {&RunState::DeliveredPackets, &SaveDocument::DeliveredPackets},
     {&RunState::GridWidth, &SaveDocument::GridWidth},
     {&RunState::GridHeight, &SaveDocument::GridHeight},
-}};
+});
+constexpr auto SameWideFields = std::to_array<FieldPair<std::uint64_t>>({
+    {&RunState::Tick, &SaveDocument::Tick},
+    {&RunState::NextSpawnTick, &SaveDocument::NextSpawnTick},
+    {&RunState::VirusActiveTicks, &SaveDocument::VirusActiveTicks},
+});
+constexpr FieldPair<std::uint32_t> SameSeed = {&RunState::Seed, &SaveDocument::Seed};
+constexpr FieldPair<bool> SameGameOver = {&RunState::GameOver, &SaveDocument::GameOver};
+
+// Calls visit(pair) with each of them.
+template <typename Visit>
+void VisitSameFields(Visit visit) {
+    std::ranges::for_each(SameFields, visit);
+    std::ranges::for_each(SameWideFields, visit);
+    visit(SameSeed);
+    visit(SameGameOver);
+}
 
 // Negative numbers count as large ones.
 bool IsTileType(std::int32_t number) {
-    return static_cast<std::uint32_t>(number) < static_cast<std::uint32_t>(TileTypeCount);
+    return static_cast<std::uint32_t>(number) < EnumCount<TileType>;
 }
 
 bool IsDirection(std::int32_t number) {
-    return static_cast<std::uint32_t>(number) <= LastDirection;
+    return static_cast<std::uint32_t>(number) < EnumCount<Direction>;
 }
 
 // As in the C locale.
@@ -132,15 +148,7 @@ void StampEndpoints(RunState& run) {
 
 // What MeetsLimits refuses needs no clamp here.
 void CopyScalars(const SaveDocument& document, RunState& run) {
-    for (const NumberPair& pair : NumberPairs) {
-        run.*pair.InRun = document.*pair.InDocument;
-    }
-    run.Tick = document.Tick;
-    run.NextSpawnTick = document.NextSpawnTick;
-    run.VirusActiveTicks = document.VirusActiveTicks;
-    run.GameOver = document.GameOver;
-    run.Seed = document.Seed;
-
+    VisitSameFields([&](const auto& pair) { run.*pair.InRun = document.*pair.InDocument; });
     run.CursorX = std::clamp(run.CursorX, 0, run.GridWidth - 1);
     run.CursorY = std::clamp(run.CursorY, 0, run.GridHeight - 1);
     run.PreviewRotation &= RotationMask;
@@ -163,14 +171,7 @@ SaveDocument MakeSaveDocument() {
     SaveDocument document;
     document.Revision = LiveSimulation().Revision;
     document.AccumulatorMs = LiveSimulation().AccumulatorMs;
-    for (const NumberPair& pair : NumberPairs) {
-        document.*pair.InDocument = run.*pair.InRun;
-    }
-    document.Tick = run.Tick;
-    document.NextSpawnTick = run.NextSpawnTick;
-    document.VirusActiveTicks = run.VirusActiveTicks;
-    document.GameOver = run.GameOver;
-    document.Seed = run.Seed;
+    VisitSameFields([&](const auto& pair) { document.*pair.InDocument = run.*pair.InRun; });
     document.RandomState = EngineText(run.RandomEngine);
     std::ranges::transform(run.TileQueue, document.TileQueue.begin(),
                            [](TileType type) { return static_cast<std::int32_t>(type); });
@@ -189,7 +190,7 @@ SaveDocument MakeSaveDocument() {
     return document;
 }
 
-bool InstallSaveDocument(GameApp& app, const SaveDocument& document) {
+bool InstallSaveDocument(Navigation& navigation, const SaveDocument& document) {
     const BoardSize boardSize = {document.GridWidth, document.GridHeight};
     if (boardSize.Width != BoardSide || boardSize.Height != BoardSide ||
         document.Tiles.size() != BoardCells || !MeetsLimits(document)) {
@@ -214,9 +215,9 @@ bool InstallSaveDocument(GameApp& app, const SaveDocument& document) {
     simulation.Revision = std::max<std::uint64_t>(document.Revision, 1);
     simulation.RunInitialised = true;
 
-    app.Screen = AppScreen::MainMenu;
-    app.MenuSelection = 0;
-    app.PauseSelection = 0;
+    navigation.Screen = AppScreen::MainMenu;
+    navigation.MenuSelection = 0;
+    navigation.PauseSelection = 0;
     return true;
 }
 

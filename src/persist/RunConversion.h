@@ -4,6 +4,7 @@
 // its place. A document comes from a file that anybody may have written, so it is checked and
 // repaired here before the live run sees anything of it.
 
+#include "base/AppScreen.h"
 #include "persist/SaveDocument.h"
 #include "sim/RunState.h"
 
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace Wirefall {
-
-struct GameApp;
 
 struct BoardSize {
     std::int32_t Width = 0;
@@ -28,7 +27,7 @@ SaveDocument MakeSaveDocument();
 /// nothing changed, when the document describes no possible run. What is merely out of range is
 /// clamped; tiles are brought into line with their type, and sources and sinks with their lists; a
 /// RandomState that cannot be read is replaced by an engine seeded from Seed.
-bool InstallSaveDocument(GameApp& app, const SaveDocument& document);
+bool InstallSaveDocument(Navigation& navigation, const SaveDocument& document);
 
 /// The endpoints of a document for a board of that size. False when one of them lies outside or
 /// has no direction; `endpoints` is then of no use.

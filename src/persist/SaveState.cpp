@@ -1,11 +1,10 @@
 #include "persist/SaveState.h"
 
-#include "app/GameApp.h"
 #include "persist/RunConversion.h"
 #include "persist/SaveDocument.h"
-#include "persist/Storage.h"
 #include "persist/TaggedStream.h"
 #include "sim/Simulation.h"
+#include "storage/Storage.h"
 
 #include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_log.h>
@@ -28,12 +27,12 @@ constexpr const char* StagedName = ".SaveState.bin.tmp";
 
 constexpr float RetrySeconds = 1.0F;
 
-void StageSave(const GameApp& app, const std::string& path) {
+void StageSave(const SaveSchedule& saves, const std::string& path) {
     TaggedWriter writer;
     if (!writer.OpenForWriting(path)) {
         throw std::runtime_error("Unable to write file: " + path);
     }
-    if (app.HasSavedRun) {
+    if (saves.HasSavedRun) {
         const SaveDocument document = MakeSaveDocument();
         WriteSaveDocument(writer, &document);
     } else {
@@ -88,35 +87,36 @@ std::optional<SavedGame> ReadNewestSave(const std::string& stagedPath) {
 
 } // namespace
 
-void RequestSave(GameApp& app, float delaySeconds) {
-    app.SaveDirty = true;
+void RequestSave(SaveSchedule& saves, float delaySeconds) {
+    saves.SaveDirty = true;
     if (delaySeconds <= 0.0F) {
-        app.SaveDelaySeconds = 0.0F;
-    } else if (app.SaveDelaySeconds > 0.0F) {
-        app.SaveDelaySeconds = std::min(app.SaveDelaySeconds, delaySeconds);
+        saves.SaveDelaySeconds = 0.0F;
+    } else if (saves.SaveDelaySeconds > 0.0F) {
+        saves.SaveDelaySeconds = std::min(saves.SaveDelaySeconds, delaySeconds);
     } else {
-        app.SaveDelaySeconds = delaySeconds;
+        saves.SaveDelaySeconds = delaySeconds;
     }
 }
 
-void SaveTick(GameApp& app, float elapsedSeconds) {
-    if (!app.SaveDirty) {
+void SaveTick(SaveSchedule& saves, float elapsedSeconds) {
+    if (!saves.SaveDirty) {
         return;
     }
-    app.SaveDelaySeconds = std::max(app.SaveDelaySeconds - std::max(elapsedSeconds, 0.0F), 0.0F);
-    if (app.SaveDelaySeconds > 0.0F) {
+    saves.SaveDelaySeconds =
+        std::max(saves.SaveDelaySeconds - std::max(elapsedSeconds, 0.0F), 0.0F);
+    if (saves.SaveDelaySeconds > 0.0F) {
         return;
     }
-    if (WriteSaveState(app)) {
-        app.SaveDirty = false;
-        app.SaveDelaySeconds = 0.0F;
+    if (WriteSaveState(saves)) {
+        saves.SaveDirty = false;
+        saves.SaveDelaySeconds = 0.0F;
     } else {
         SDL_Log("Failed to write save state: %s", StorageName);
-        app.SaveDelaySeconds = RetrySeconds;
+        saves.SaveDelaySeconds = RetrySeconds;
     }
 }
 
-bool WriteSaveState(const GameApp& app) {
+bool WriteSaveState(const SaveSchedule& saves) {
     std::string path;
     bool written = false;
     try {
@@ -124,7 +124,7 @@ bool WriteSaveState(const GameApp& app) {
         if (path.empty()) {
             return false;
         }
-        StageSave(app, path);
+        StageSave(saves, path);
         written = SaveToUserStorage(StorageName, path);
     } catch (const std::exception&) {
         // The save that was there before stays, and the caller tries again.
@@ -134,12 +134,11 @@ bool WriteSaveState(const GameApp& app) {
     return written;
 }
 
-bool LoadSaveState(GameApp& app) {
-    app.HasSavedRun = false;
-    app.SaveDirty = false;
-    app.SaveDelaySeconds = 0.0F;
-    app.LastSavedRevision = 0;
-    app.PreviousSnapshotValid = false;
+bool LoadSaveState(SlicesOf<SaveSchedule, RunStatus, Navigation> game) {
+    SaveSchedule& saves = game;
+    RunStatus& status = game;
+    saves = {};
+    status.PreviousSnapshotValid = false;
     try {
         const std::string stagedPath = GetPrefFilePath(StagedName);
         if (stagedPath.empty()) {
@@ -149,9 +148,9 @@ bool LoadSaveState(GameApp& app) {
         if (!saved || !saved->RootIsObject) {
             return false;
         }
-        if (saved->HasRunState && saved->RunIsGood && InstallSaveDocument(app, saved->Run)) {
-            app.HasSavedRun = true;
-            app.LastSavedRevision = LiveSimulation().Revision;
+        if (saved->HasRunState && saved->RunIsGood && InstallSaveDocument(game, saved->Run)) {
+            saves.HasSavedRun = true;
+            saves.LastSavedRevision = LiveSimulation().Revision;
         }
         return true;
     } catch (const std::bad_alloc&) {

@@ -5,26 +5,43 @@
 // first put together in a temporary file, so a full disk is noticed while the old file is
 // untouched.
 
+#include "base/AppScreen.h"
+#include "base/Slices.h"
+#include "sim/LevelRules.h"
+
+#include <cstdint>
+
 namespace Wirefall {
 
-struct GameApp;
+/// What there is to save, and when.
+struct SaveSchedule {
+    /// A run exists that can be gone on with; the main menu offers it.
+    bool HasSavedRun = false;
+    /// A write of SaveState.bin is pending.
+    bool SaveDirty = false;
+    float SaveDelaySeconds = 0.0F; ///< Until that write.
+    /// The Revision that the last save request covered.
+    std::uint64_t LastSavedRevision = 0;
+
+    bool operator==(const SaveSchedule&) const = default;
+};
 
 /// Asks for a write in `delaySeconds`, or at once with 0 or less. A wait that runs already is cut
 /// short by this, never drawn out.
-void RequestSave(GameApp& app, float delaySeconds);
+void RequestSave(SaveSchedule& saves, float delaySeconds);
 
 /// Lets `elapsedSeconds` (negative counts as 0) of the wait go by, and writes when none is left. A
 /// failure is logged and tried again after a second.
-void SaveTick(GameApp& app, float elapsedSeconds);
+void SaveTick(SaveSchedule& saves, float elapsedSeconds);
 
 /// Writes the live run, or that there is none when HasSavedRun is not set. False when that failed;
 /// the old file stays then.
-bool WriteSaveState(const GameApp& app);
+bool WriteSaveState(const SaveSchedule& saves);
 
 /// Reads the file at start. True when there was one, whether or not a run came of it; HasSavedRun
-/// tells of the run. A file that holds no good run leaves the live run untouched and stays where it
-/// is. Where a write of the last session was cut off in the middle, what it had put together in the
-/// temporary file takes the place of the broken file.
-bool LoadSaveState(GameApp& app);
+/// tells of the run. With a run the main menu is shown. A file that holds no good run leaves the
+/// live run untouched and stays where it is. Where a write of the last session was cut off in the
+/// middle, what it had put together in the temporary file takes the place of the broken file.
+bool LoadSaveState(SlicesOf<SaveSchedule, RunStatus, Navigation> game);
 
 } // namespace Wirefall

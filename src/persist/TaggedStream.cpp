@@ -8,14 +8,6 @@
 #include <type_traits>
 #include <utility>
 
-#ifdef _WIN32
-#include <climits>
-
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
-#endif
-
 namespace Wirefall {
 
 namespace {
@@ -31,37 +23,6 @@ template <std::size_t Size>
 using UnsignedOfSize =
     std::conditional_t<Size == 1, std::uint8_t,
                        std::conditional_t<Size == 4, std::uint32_t, std::uint64_t>>;
-
-#ifdef _WIN32
-// Empty for a path that is not UTF-8, which no file has.
-std::wstring Utf8PathToWide(const std::string& path) {
-    if (path.size() > INT_MAX) {
-        return {};
-    }
-    const int size = static_cast<int>(path.size());
-    const int length =
-        MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path.data(), size, wide.data(), length);
-    return wide;
-}
-
-FileHandle OpenToRead(const std::string& path) {
-    return FileHandle(_wfopen(Utf8PathToWide(path).c_str(), L"rb"));
-}
-
-FileHandle OpenToWrite(const std::string& path) {
-    return FileHandle(_wfopen(Utf8PathToWide(path).c_str(), L"wb"));
-}
-#else
-FileHandle OpenToRead(const std::string& path) {
-    return FileHandle(std::fopen(path.c_str(), "rb"));
-}
-
-FileHandle OpenToWrite(const std::string& path) {
-    return FileHandle(std::fopen(path.c_str(), "wb"));
-}
-#endif
 
 // Little endian, whatever the machine is.
 template <typename Number>
@@ -162,7 +123,7 @@ TaggedWriter::~TaggedWriter() { Close(); }
 
 bool TaggedWriter::OpenForWriting(const std::string& path) {
     Close();
-    File = OpenToWrite(path);
+    File = OpenFile(path, "wb");
     if (!File) {
         std::cerr << "Unable to write file: " << path << '\n';
         return false;
@@ -277,7 +238,7 @@ void TaggedWriter::Flush() {
 }
 
 bool TaggedReader::LoadFile(const std::string& path) {
-    const FileHandle file = OpenToRead(path);
+    const FileHandle file = OpenFile(path, "rb");
     if (!file) {
         std::cerr << "Unable to read file: " << path << "!\n";
         return false;

@@ -5,12 +5,12 @@
 // whole file into memory and hands the values out again one by one, so that a caller walks nested
 // content without recursion and passes over what it does not know. There is no header, no length
 // of the whole and no checksum; what the keys mean is the caller's business. docs/formats.md shows
-// a file byte by byte. This header and its source need nothing but the standard library.
+// a file byte by byte. It needs nothing of the game but FileAccess.h.
+
+#include "base/FileAccess.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,11 +70,6 @@ bool ReadAsInt64(const TaggedValue& value, std::int64_t& number);
 
 /// Takes a UInt64, and every other integer that is not negative. A Double is refused.
 bool ReadAsUInt64(const TaggedValue& value, std::uint64_t& number);
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
 /// Writes a stream to a file. It does not count what is open: every Begin needs its EndContainer,
 /// and in an object keys and values must take turns. No single write reports a failure; Close tells

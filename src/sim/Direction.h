@@ -4,8 +4,8 @@
 // Up is dy -1. A stored direction can hold any byte (a damaged save may); values above Left have no
 // step and no connection bit, and their opposite reads as Up.
 
-#include <array>
-#include <cstddef>
+#include "base/EnumTable.h"
+
 #include <cstdint>
 
 namespace Wirefall {
@@ -29,18 +29,18 @@ struct Row {
     Direction TurnLeft;
 };
 
-inline constexpr std::array<Row, 4> Rows = {{
+inline constexpr auto Rows = TableBy<Direction, Row>({
     {0, -1, 1, Direction::Down, Direction::Right, Direction::Left},
     {+1, 0, 2, Direction::Left, Direction::Down, Direction::Up},
     {0, +1, 4, Direction::Up, Direction::Left, Direction::Right},
     {-1, 0, 8, Direction::Right, Direction::Up, Direction::Down},
-}};
+});
 
 inline constexpr Row InvalidRow = {0, 0, NoExits, Direction::Up, Direction::Up, Direction::Up};
 
 constexpr const Row& Of(Direction d) {
-    const auto index = static_cast<std::size_t>(d);
-    return index < Rows.size() ? Rows[index] : InvalidRow;
+    const Row* const row = Rows.Find(d);
+    return row != nullptr ? *row : InvalidRow;
 }
 
 } // namespace DirectionTables

@@ -1,5 +1,7 @@
 #include "sim/LevelGeneration.h"
 
+#include "base/EnumTable.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -15,14 +17,12 @@ struct EdgeRow {
     Direction Inward;
 };
 
-constexpr std::array<EdgeRow, 4> Edges = {{
+constexpr auto Edges = TableBy<BoardEdge, EdgeRow>({
     {BoardEdge::Right, Direction::Right}, // Left
     {BoardEdge::Left, Direction::Left},   // Right
     {BoardEdge::Bottom, Direction::Down}, // Top
     {BoardEdge::Top, Direction::Up},      // Bottom
-}};
-
-const EdgeRow& RowOf(BoardEdge edge) { return Edges[static_cast<std::size_t>(edge)]; }
+});
 
 constexpr std::array<TileType, 4> MixedKinds = {TileType::Empty, TileType::Straight,
                                                 TileType::Corner, TileType::TJunction};
@@ -77,7 +77,7 @@ std::int32_t DrawBelow(MersenneTwister& engine, std::int32_t limit) {
 
 Endpoint DrawEndpoint(RunState& run, BoardEdge edge) {
     Endpoint endpoint;
-    endpoint.Dir = RowOf(edge).Inward;
+    endpoint.Dir = Edges[edge].Inward;
     switch (edge) {
     case BoardEdge::Left:
         endpoint.X = 0;
@@ -111,7 +111,7 @@ void ClearBoard(RunState& run) {
 void DrawEndpoints(RunState& run) {
     const auto sourceEdge = static_cast<BoardEdge>(UniformDraw(run.RandomEngine, 0, 3));
     run.Sources.push_back(DrawEndpoint(run, sourceEdge));
-    run.Sinks.push_back(DrawEndpoint(run, RowOf(sourceEdge).Opposite));
+    run.Sinks.push_back(DrawEndpoint(run, Edges[sourceEdge].Opposite));
     StampEndpointTile(run, run.Sources.front(), true);
     StampEndpointTile(run, run.Sinks.front(), false);
 }

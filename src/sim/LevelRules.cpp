@@ -2,7 +2,7 @@
 
 #include "sim/Arithmetic.h"
 #include "sim/LevelGeneration.h"
-#include "sim/Simulation.h"
+#include "sim/Scoring.h"
 #include "sim/Virus.h"
 
 #include <algorithm>
@@ -14,7 +14,6 @@ namespace Wirefall {
 
 namespace {
 
-constexpr std::int32_t LevelClearScore = 100;
 constexpr std::int32_t TargetRise = 10;
 
 // What each level multiplies a setting with, and how low it can get.
@@ -49,20 +48,25 @@ std::uint8_t DangerLevelOf(const RunSnapshot& snapshot) {
     return snapshot.InfectionRatio >= InfectionWarning ? 1 : 0;
 }
 
-float FailureRatioOf(const RunState& run) {
-    if (run.FailureThreshold < 1) {
-        return 0.0F;
-    }
-    const auto strikes = static_cast<float>(WideSum(run.CorruptedPackets, run.LostPackets));
-    return std::clamp(strikes / static_cast<float>(run.FailureThreshold), 0.0F, 1.0F);
+float ClampedShare(std::int64_t count, std::int32_t whole) {
+    return std::clamp(static_cast<float>(count) / static_cast<float>(whole), 0.0F, 1.0F);
 }
 
 } // namespace
 
-float FailureRatio() { return FailureRatioOf(LiveRun()); }
+std::int64_t FailureCount(const RunState& run) {
+    return WideSum(run.CorruptedPackets, run.LostPackets);
+}
 
-RunSnapshot BuildRunSnapshot() {
-    const RunState& run = LiveRun();
+float FailureRatio(const RunState& run) {
+    return run.FailureThreshold < 1 ? 0.0F : ClampedShare(FailureCount(run), run.FailureThreshold);
+}
+
+float FailureBarFraction(const RunState& run) {
+    return ClampedShare(FailureCount(run), std::max(run.FailureThreshold, 1));
+}
+
+RunSnapshot SnapshotOf(const RunState& run) {
     RunSnapshot snapshot;
     snapshot.TotalScore = run.TotalScore;
     snapshot.Level = run.Level;
@@ -72,33 +76,25 @@ RunSnapshot BuildRunSnapshot() {
     snapshot.CorruptedPackets = run.CorruptedPackets;
     snapshot.DeliveredPackets = run.DeliveredPackets;
     snapshot.InfectionRatio = InfectionRatio(run);
-    snapshot.FailureRatio = FailureRatioOf(run);
+    snapshot.FailureRatio = FailureRatio(run);
     snapshot.GameOver = run.GameOver;
     snapshot.DangerLevel = DangerLevelOf(snapshot);
     return snapshot;
 }
 
-bool IsLevelComplete() {
-    const RunState& run = LiveRun();
+bool IsLevelComplete(const RunState& run) {
     return !run.GameOver && run.DeliveredPackets >= run.LevelTargetPackets;
 }
 
-void AdvanceLevel() {
-    if (!IsLevelComplete()) {
-        return;
-    }
-    Simulation& simulation = LiveSimulation();
-    RunState& run = simulation.Run;
+void StartNextLevel(RunState& run) {
     run.LevelTargetPackets = WrappingAdd(run.LevelTargetPackets, TargetRise);
-    run.TotalScore = WrappingAdd(run.TotalScore, LevelClearScore);
+    run.TotalScore = WrappingAdd(run.TotalScore, ScoreLevelClear);
     run.Level = WrappingAdd(run.Level, 1);
     for (const RampRow& row : Ramp) {
         const float scaled = std::floor(static_cast<float>(run.*row.Field) * row.Factor);
         run.*row.Field = std::max(static_cast<std::int32_t>(scaled), row.Floor);
     }
     GenerateLevel(run);
-    ++simulation.Revision;
-    simulation.AccumulatorMs = 0;
 }
 
 } // namespace Wirefall

@@ -26,17 +26,33 @@ struct RunSnapshot {
     bool operator==(const RunSnapshot&) const = default;
 };
 
-/// (Lost + corrupted) / FailureThreshold of the live run, limited to 0 to 1; 0 for a threshold
-/// below 1.
-float FailureRatio();
+/// The last status taken from the live run.
+struct RunStatus {
+    RunSnapshot PreviousSnapshot;       ///< If PreviousSnapshotValid.
+    bool PreviousSnapshotValid = false; ///< False before the first.
 
-RunSnapshot BuildRunSnapshot();
+    bool operator==(const RunStatus&) const = default;
+};
 
-/// Whether the live run has reached its level's target. False after game over.
-bool IsLevelComplete();
+/// Lost and corrupted packets together, which is what fails a run.
+std::int64_t FailureCount(const RunState& run);
 
-/// Takes a live run whose level is complete to the next level: bonus, harder settings, a fresh
-/// board. Does nothing to any other run.
-void AdvanceLevel();
+// How far a run is toward failure, limited to 0 to 1, in two forms that differ only for a threshold
+// below 1, which a damaged save may hold: no such run is in danger, but its bar is full at the
+// first failure.
+
+/// FailureCount / FailureThreshold; 0 for a threshold below 1. The danger and its music go by this.
+float FailureRatio(const RunState& run);
+
+/// The same with the threshold raised to 1. The bar of the HUD shows this.
+float FailureBarFraction(const RunState& run);
+
+RunSnapshot SnapshotOf(const RunState& run);
+
+/// Whether the run has reached its level's target. False after game over.
+bool IsLevelComplete(const RunState& run);
+
+/// Takes a run whose level is complete to the next level: bonus, harder settings, a fresh board.
+void StartNextLevel(RunState& run);
 
 } // namespace Wirefall

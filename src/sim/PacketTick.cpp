@@ -1,10 +1,11 @@
 #include "sim/PacketTick.h"
 
+#include "sim/LevelRules.h"
+#include "sim/Scoring.h"
 #include "sim/Virus.h"
 
 #include <algorithm>
 #include <initializer_list>
-#include <limits>
 
 namespace Wirefall {
 
@@ -166,10 +167,6 @@ void CollidePackets(RunState& run, TickScratch& scratch) {
     });
 }
 
-bool LevelIsOver(const RunState& run) {
-    return run.GameOver || run.DeliveredPackets >= run.LevelTargetPackets;
-}
-
 } // namespace
 
 void RunTick(RunState& run, TickScratch& scratch) {
@@ -191,26 +188,10 @@ void RunTick(RunState& run, TickScratch& scratch) {
     if (run.Packets.size() >= 2) {
         CollidePackets(run, scratch);
     }
-    if (WideSum(run.CorruptedPackets, run.LostPackets) >= run.FailureThreshold) {
+    if (FailureCount(run) >= run.FailureThreshold) {
         run.GameOver = true;
     } else if (spreading && run.DeliveredPackets < run.LevelTargetPackets) {
         StepVirus(run, scratch);
-    }
-}
-
-void AdvanceSimulation(std::uint64_t deltaMs) {
-    RunState& run = LiveRun();
-    Simulation& simulation = LiveSimulation();
-    // Up against the end of the range, where only a damaged save can put it, it stops growing.
-    const std::uint64_t room = std::numeric_limits<std::uint64_t>::max() - simulation.AccumulatorMs;
-    simulation.AccumulatorMs += std::min({deltaMs, MaxFrameMs, room});
-    for (int step = 0; simulation.AccumulatorMs >= StepMs && step < MaxStepsPerCall; ++step) {
-        const int ticks = run.FastForward && !run.GameOver ? FastForwardTicks : 1;
-        for (int tick = 0; tick < ticks && !LevelIsOver(run); ++tick) {
-            RunTick(run, simulation.Scratch);
-            ++simulation.Revision;
-        }
-        simulation.AccumulatorMs -= StepMs;
     }
 }
 

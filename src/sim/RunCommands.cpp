@@ -1,7 +1,6 @@
 #include "sim/RunCommands.h"
 
 #include "sim/LevelGeneration.h"
-#include "sim/Simulation.h"
 
 #include <algorithm>
 #include <array>
@@ -10,6 +9,25 @@
 namespace Wirefall {
 
 namespace {
+
+// Usages of the keyboard page of the USB HID tables, by which the commands are named.
+namespace Key {
+
+constexpr std::uint32_t A = 4;
+constexpr std::uint32_t D = 7;
+constexpr std::uint32_t E = 8;
+constexpr std::uint32_t Q = 20;
+constexpr std::uint32_t S = 22;
+constexpr std::uint32_t W = 26;
+constexpr std::uint32_t Return = 40;
+constexpr std::uint32_t Space = 44;
+constexpr std::uint32_t Right = 79;
+constexpr std::uint32_t Left = 80;
+constexpr std::uint32_t Down = 81;
+constexpr std::uint32_t Up = 82;
+constexpr std::uint32_t KeypadEnter = 88;
+
+} // namespace Key
 
 // The commands return whether the run has changed.
 
@@ -53,33 +71,30 @@ struct CommandRow {
 };
 
 constexpr std::array<CommandRow, 13> Commands = {{
-    {82, CursorUp},    // Up
-    {26, CursorUp},    // W
-    {81, CursorDown},  // Down
-    {22, CursorDown},  // S
-    {80, CursorLeft},  // Left
-    {4, CursorLeft},   // A
-    {79, CursorRight}, // Right
-    {7, CursorRight},  // D
-    {20, RotateLeft},  // Q
-    {8, RotateRight},  // E
-    {40, PlaceTile},   // Return
-    {44, PlaceTile},   // Space
-    {88, PlaceTile},   // Keypad Enter
+    {Key::Up, CursorUp},
+    {Key::W, CursorUp},
+    {Key::Down, CursorDown},
+    {Key::S, CursorDown},
+    {Key::Left, CursorLeft},
+    {Key::A, CursorLeft},
+    {Key::Right, CursorRight},
+    {Key::D, CursorRight},
+    {Key::Q, RotateLeft},
+    {Key::E, RotateRight},
+    {Key::Return, PlaceTile},
+    {Key::Space, PlaceTile},
+    {Key::KeypadEnter, PlaceTile},
 }};
 
 } // namespace
 
-void ApplyRunCommand(std::uint32_t code) {
-    RunState& run = LiveRun();
+bool ApplyCommand(RunState& run, std::uint32_t code) {
     if (run.GameOver) {
-        return;
+        return false;
     }
     const auto command = std::find_if(Commands.begin(), Commands.end(),
                                       [code](const CommandRow& row) { return row.Code == code; });
-    if (command != Commands.end() && command->Apply(run)) {
-        ++LiveSimulation().Revision;
-    }
+    return command != Commands.end() && command->Apply(run);
 }
 
 } // namespace Wirefall

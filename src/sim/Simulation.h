@@ -1,28 +1,28 @@
 #pragma once
 
-// The one live run of the program and the module-level state beside it. The run is built before
-// main, so that a board exists from the first moment, but it counts as not initialised until
-// ResetRun or a loaded save has filled it; every public entry of the simulation sees to that first.
+// The one live run of the program, and every door to it. The rules themselves work on any RunState
+// and are told in LevelGeneration.h, PacketTick.h, Virus.h, LevelRules.h and RunCommands.h; here
+// they meet the live run and its change counter.
+//
+// The run is built before main, so that a board exists from the first moment, but it counts as not
+// initialised until ResetRun or a loaded save has filled it; every public entry sees to that first.
 // The main thread alone touches it.
 
+#include "sim/LevelRules.h"
 #include "sim/RunState.h"
+#include "sim/TickScratch.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace Wirefall {
 
-/// Lists that a tick needs for its own work, kept so that a tick allocates nothing. What is in them
-/// means nothing outside the tick.
-struct TickScratch {
-    struct CellCount {
-        std::int32_t Total = 0;
-        std::int32_t Vertical = 0;
-        std::int32_t Horizontal = 0;
-    };
-    std::vector<CellCount> CellCounts;
-    std::vector<Tile*> SpreadTargets;
-};
+inline constexpr std::uint64_t StepMs = 125;
+/// The most time that one frame can feed in, so that the game slows down after a stall.
+inline constexpr std::uint64_t MaxFrameMs = 250;
+/// The most steps that one call runs. Play never has more than two waiting; only a damaged save
+/// can, and it must not freeze the frame.
+inline constexpr int MaxStepsPerCall = 1000;
+inline constexpr int FastForwardTicks = 3;
 
 struct Simulation {
     Simulation() { ConstructRunState(Run); }
@@ -49,5 +49,28 @@ std::uint64_t GetRevision();
 
 /// Tells the simulation whether fast forward is held. Ignored while no run is initialised.
 void SetFastForward(bool held);
+
+/// Feeds the time of one frame to the live run and runs the steps that are due: one tick each, or
+/// three with fast forward held. Ticks stop at game over and when the level's target is reached,
+/// but their steps are used up all the same.
+void AdvanceSimulation(std::uint64_t deltaMs);
+
+/// Applies a command of RunCommands.h to the live run, between ticks.
+void ApplyRunCommand(std::uint32_t code);
+
+/// Whether the live run has reached its level's target. False after game over.
+bool IsLevelComplete();
+
+/// Takes a live run whose level is complete to the next level. Does nothing to any other run.
+void AdvanceLevel();
+
+/// FailureRatio of the live run.
+float FailureRatio();
+
+/// The live run's status.
+RunSnapshot BuildRunSnapshot();
+
+/// Takes the live run's present status as what the next one is compared with.
+void CaptureRunSnapshot(RunStatus& status);
 
 } // namespace Wirefall

@@ -1,7 +1,6 @@
 #include "sim/Tile.h"
 
 #include <array>
-#include <cstddef>
 
 namespace Wirefall {
 
@@ -12,7 +11,7 @@ struct Shape {
     bool Rotates;
 };
 
-constexpr std::array<Shape, TileTypeCount> Shapes = {{
+constexpr auto Shapes = TableBy<TileType, Shape>({
     {0, false},  // Empty
     {5, true},   // Straight
     {3, true},   // Corner
@@ -21,7 +20,7 @@ constexpr std::array<Shape, TileTypeCount> Shapes = {{
     {15, false}, // Firewall
     {15, false}, // Antivirus
     {5, true},   // Buffer
-}};
+});
 
 constexpr std::array<TileType, AllExits + 1> PlainTypes = {
     TileType::Empty,     // 0
@@ -51,12 +50,12 @@ ConnectionMask TurnedClockwise(ConnectionMask mask) {
 Tile MakeTile(TileType type, std::int32_t rotation) {
     Tile tile;
     tile.Type = type;
-    const auto index = static_cast<std::size_t>(type);
-    if (index >= Shapes.size()) {
+    const Shape* const shape = Shapes.Find(type);
+    if (shape == nullptr) {
         return tile;
     }
-    tile.Connections = Shapes[index].Base;
-    if (Shapes[index].Rotates) {
+    tile.Connections = shape->Base;
+    if (shape->Rotates) {
         const int turns = ((rotation % 4) + 4) % 4;
         for (int turn = 0; turn < turns; ++turn) {
             tile.Connections = TurnedClockwise(tile.Connections);

@@ -3,6 +3,7 @@
 // One cell of the board: what kind of tile lies on it, by which sides it can be entered and left,
 // and whether it carries the virus.
 
+#include "base/EnumTable.h"
 #include "sim/Direction.h"
 
 #include <cstdint>
@@ -22,7 +23,7 @@ enum class TileType : std::uint8_t {
     Buffer = 7, ///< Holds each packet for one extra tick.
 };
 
-inline constexpr int TileTypeCount = 8;
+inline constexpr auto TileTypeCount = static_cast<int>(EnumCount<TileType>);
 
 struct Tile {
     TileType Type = TileType::Empty;

@@ -4,7 +4,7 @@
 // it is part of the packet tick.)
 
 #include "sim/RunState.h"
-#include "sim/Simulation.h"
+#include "sim/TickScratch.h"
 
 namespace Wirefall {
 

@@ -2,11 +2,11 @@
 
 #include "app/FramePacing.h"
 #include "app/Game.h"
-#include "app/ScreenFlow.h"
 #include "app/WindowTitle.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
+#include "game/ScreenFlow.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 #include "support/TestHome.h"

@@ -5,18 +5,19 @@
 
 #include "app/Game.h"
 #include "app/InputPump.h"
-#include "app/ScreenFlow.h"
+#include "app/Screens.h"
 #include "base/Clock.h"
 #include "display/DisplayModes.h"
 #include "display/VideoFixture.h"
-#include "input/BindingTables.h"
+#include "game/ScreenFlow.h"
 #include "input/Controllers.h"
 #include "input/InputSampling.h"
 #include "input/PressMeaning.h"
+#include "options/BindingRows.h"
 #include "sim/Simulation.h"
 #include "support/SoftwareCanvas.h"
 #include "support/TestHome.h"
-#include "ui/LanguageFiles.h"
+#include "words/LanguageFiles.h"
 
 #include <SDL3/SDL.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
-#include "app/ScreenFlow.h"
+#include "game/ScreenFlow.h"
 
-#include "app/GameApp.h"
+#include "app/Screens.h"
 #include "base/Clock.h"
+#include "game/GameApp.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 #include "support/SameApp.h"

@@ -1,8 +1,8 @@
 #include "app/SessionLog.h"
 
 #include "base/Clock.h"
-#include "persist/UserFolder.h"
 #include "support/CapturedLog.h"
+#include "support/UserFolder.h"
 
 #include <SDL3/SDL_stdinc.h>
 #include <gtest/gtest.h>

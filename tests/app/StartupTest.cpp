@@ -3,11 +3,11 @@
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
 #include "display/LogicalCanvas.h"
+#include "draw/BinaryRain.h"
+#include "draw/SpriteAtlas.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
 #include "support/TestHome.h"
-#include "ui/BinaryRain.h"
-#include "ui/SpriteAtlas.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_init.h>

@@ -1,4 +1,4 @@
-// Holds the layering of docs/architecture.md: which folder of src/ may include which others.
+// Holds the floors of docs/architecture.md: which folder of src/ reads which others.
 
 #include <gtest/gtest.h>
 
@@ -15,94 +15,142 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The folders that each folder may include, besides itself and the shared records.
-const std::map<std::string, std::set<std::string>> AllowedFolders = {
-    {"velini", {}},
-    {"sim", {}},
+const fs::path Root = WIREFALL_ROOT;
+
+struct Floor {
+    std::string Folder;
+    std::set<std::string> Reads; ///< Besides itself.
+
+    bool operator==(const Floor&) const = default;
+};
+
+// From the ground up.
+const std::vector<Floor> Floors = {
     {"base", {}},
-    {"display", {"base", "sim"}},
-    {"persist", {"base", "display", "sim", "velini"}},
-    {"audio", {"base", "persist", "sim", "velini"}},
-    {"ui", {"base", "display", "persist", "sim", "velini"}},
-    {"input", {"audio", "base", "display", "persist", "sim", "ui"}},
-    {"app", {"audio", "base", "display", "input", "persist", "sim", "ui", "velini"}},
+    {"velini", {}},
+    {"sim", {"base"}},
+    {"storage", {"base", "velini"}},
+    {"display", {"base"}},
+    {"input", {"base"}},
+    {"audio", {"base", "velini", "sim", "storage"}},
+    {"words", {"base", "velini", "storage", "input"}},
+    {"persist", {"base", "velini", "sim", "storage", "display", "input", "audio", "words"}},
+    {"draw", {"base", "sim", "display"}},
+    {"game", {"base", "sim", "display", "input", "audio", "words", "persist"}},
+    {"screens", {"base", "sim", "display", "input", "audio", "words", "persist", "draw", "game"}},
+    {"options", {"base", "display", "input", "audio", "words", "draw", "game"}},
+    {"app",
+     {"base", "sim", "storage", "display", "input", "audio", "words", "persist", "draw", "game",
+      "screens", "options"}},
 };
-
-// The record that everything above the ground may share, and what it is made of.
-const std::set<std::string> SharedRecords = {
-    "app/AppScreen.h",        "app/GameApp.h",        "audio/SoundEvent.h",
-    "display/DisplayTypes.h", "input/BindingRows.h",  "input/Bindings.h",
-    "input/ControllerSet.h",  "input/OptionsState.h", "input/PressCodes.h",
-    "persist/GameOptions.h",
-};
-
-const std::set<std::string> GroundFolders = {"velini", "sim", "base"};
-
-// Which of the third-party headers a ground folder may include: none but SDL's, and those only in
-// base.
-bool MayIncludeSdl(const std::string& folder) { return folder != "velini" && folder != "sim"; }
 
 std::string FolderOf(const std::string& path) { return path.substr(0, path.find('/')); }
 
-std::vector<fs::path> SourceFiles() {
-    std::vector<fs::path> files;
-    for (const auto& entry : fs::recursive_directory_iterator(WIREFALL_SOURCE_DIR)) {
+std::vector<std::string> LinesOf(const fs::path& file) {
+    std::ifstream stream(file);
+    EXPECT_TRUE(stream.is_open()) << file;
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// What each file of src/ includes of ours, by its path below src/.
+std::map<std::string, std::set<std::string>> IncludesOfFiles() {
+    const std::regex include(R"re(^\s*#include "([^"]+)")re");
+    std::map<std::string, std::set<std::string>> includes;
+    for (const auto& entry : fs::recursive_directory_iterator(Root / "src")) {
         const std::string extension = entry.path().extension().string();
-        if (extension == ".h" || extension == ".cpp") {
-            files.push_back(fs::relative(entry.path(), WIREFALL_SOURCE_DIR));
+        if (extension != ".h" && extension != ".cpp") {
+            continue;
+        }
+        std::set<std::string>& ofFile =
+            includes[fs::relative(entry.path(), Root / "src").generic_string()];
+        for (const std::string& line : LinesOf(entry.path())) {
+            std::smatch match;
+            if (std::regex_search(line, match, include)) {
+                ofFile.insert(match[1]);
+            }
         }
     }
-    std::sort(files.begin(), files.end());
-    return files;
+    return includes;
 }
 
-bool IsAllowed(const std::string& file, const std::string& included) {
-    const std::string folder = FolderOf(file);
-    const std::string target = FolderOf(included);
-    if (folder == target) {
-        return true;
-    }
-    if (SharedRecords.count(included) != 0 && GroundFolders.count(folder) == 0) {
-        return true;
-    }
-    return AllowedFolders.at(folder).count(target) != 0;
+// The words in backquotes of a cell of a table.
+std::set<std::string> QuotedWords(const std::string& cell) {
+    const std::regex word("`([^`]+)`");
+    return {std::sregex_token_iterator(cell.begin(), cell.end(), word, 1),
+            std::sregex_token_iterator()};
 }
 
-TEST(Architecture, EveryIncludeFollowsTheArrows) {
-    const std::regex ours(R"re(^\s*#include "([^"]+)")re");
-    const std::regex sdl(R"(^\s*#include <SDL3)");
-    int includes = 0;
-    for (const fs::path& path : SourceFiles()) {
-        const std::string file = path.generic_string();
-        ASSERT_EQ(AllowedFolders.count(FolderOf(file)), 1U) << file << " is in no known folder";
-        std::ifstream stream(fs::path(WIREFALL_SOURCE_DIR) / path);
-        std::string line;
-        while (std::getline(stream, line)) {
-            std::smatch match;
-            if (std::regex_search(line, match, ours)) {
-                ++includes;
-                EXPECT_TRUE(IsAllowed(file, match[1])) << file << " includes " << match[1];
-            }
-            EXPECT_TRUE(!std::regex_search(line, sdl) || MayIncludeSdl(FolderOf(file)))
-                << file << ": " << line;
+// The table of folders in docs/architecture.md.
+std::vector<Floor> FloorsOfThePage() {
+    const std::regex row(R"(^\| `src/(\w+)` \| ([^|]*) \|)");
+    std::vector<Floor> floors;
+    for (const std::string& line : LinesOf(Root / "docs" / "architecture.md")) {
+        std::smatch match;
+        if (std::regex_search(line, match, row)) {
+            floors.push_back({match[1], QuotedWords(match[2])});
         }
     }
-    EXPECT_GT(includes, 100) << "the files have been found";
+    return floors;
 }
 
-// The records may include each other, the standard library, SDL's types and sim/, but no code.
-TEST(Architecture, TheSharedRecordsAreMadeOfRecords) {
-    const std::regex ours(R"re(^\s*#include "([^"]+)")re");
-    for (const std::string& record : SharedRecords) {
-        std::ifstream stream(fs::path(WIREFALL_SOURCE_DIR) / record);
-        ASSERT_TRUE(stream.is_open()) << record;
-        std::string line;
-        while (std::getline(stream, line)) {
-            std::smatch match;
-            if (std::regex_search(line, match, ours)) {
-                EXPECT_TRUE(SharedRecords.count(match[1]) != 0 || FolderOf(match[1]) == "sim")
-                    << record << " includes " << match[1];
+TEST(Architecture, NoFolderReadsOneThatStandsAboveIt) {
+    std::set<std::string> below;
+    for (const Floor& floor : Floors) {
+        EXPECT_TRUE(std::ranges::includes(below, floor.Reads)) << floor.Folder;
+        below.insert(floor.Folder);
+    }
+}
+
+TEST(Architecture, EachFolderReadsWhatItsFloorSaysNoMoreAndNoLess) {
+    std::map<std::string, std::set<std::string>> reads;
+    for (const auto& [file, includes] : IncludesOfFiles()) {
+        std::set<std::string>& ofFolder = reads[FolderOf(file)];
+        for (const std::string& included : includes) {
+            if (FolderOf(included) != FolderOf(file)) {
+                ofFolder.insert(FolderOf(included));
             }
+        }
+    }
+    EXPECT_EQ(reads.size(), Floors.size()) << "every folder has a floor";
+    for (const Floor& floor : Floors) {
+        EXPECT_EQ(reads[floor.Folder], floor.Reads) << floor.Folder;
+    }
+}
+
+TEST(Architecture, ThePageDrawsTheSameFloors) {
+    const std::vector<Floor> page = FloorsOfThePage();
+    ASSERT_EQ(page.size(), Floors.size());
+    for (std::size_t i = 0; i < page.size(); ++i) {
+        EXPECT_EQ(page[i].Folder, Floors[i].Folder);
+        EXPECT_EQ(page[i].Reads, Floors[i].Reads) << page[i].Folder;
+    }
+}
+
+// Neither in their own files nor in what they read of others.
+TEST(Architecture, TheRulesAndTheIniLibraryKnowNothingOfSdl) {
+    const std::map<std::string, std::set<std::string>> includes = IncludesOfFiles();
+    std::set<std::string> reached;
+    std::vector<std::string> open;
+    for (const auto& [file, ofFile] : includes) {
+        if (FolderOf(file) == "sim" || FolderOf(file) == "velini") {
+            open.push_back(file);
+        }
+    }
+    ASSERT_GT(open.size(), 20U);
+    while (!open.empty()) {
+        const std::string file = open.back();
+        open.pop_back();
+        if (reached.insert(file).second) {
+            open.insert(open.end(), includes.at(file).begin(), includes.at(file).end());
+        }
+    }
+    for (const std::string& file : reached) {
+        for (const std::string& line : LinesOf(Root / "src" / file)) {
+            EXPECT_FALSE(line.starts_with("#include <SDL3")) << file << ": " << line;
         }
     }
 }

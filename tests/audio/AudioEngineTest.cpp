@@ -2,7 +2,6 @@
 
 #include "audio/AudioEngine.h"
 
-#include "app/GameApp.h"
 #include "audio/AudioSupport.h"
 #include "audio/MixerFaults.h"
 #include "audio/MusicPatterns.h"
@@ -10,6 +9,7 @@
 #include "audio/SoundEffects.h"
 #include "audio/SoundQueue.h"
 #include "base/Clock.h"
+#include "game/GameApp.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
 #include "support/TestHome.h"
@@ -807,8 +807,8 @@ TEST_F(DiskOutput, ThirteenEffectsInOneFrameAreTwelveAndTheLast) {
     events.push_back(SoundEvent::PacketLost);
     Play(events);
     ShutdownAudio(Music, true);
-    const std::vector<float> over = SynthesizeSfx(SfxSpecs[10], Rate, 2);
-    const std::vector<float> lost = SynthesizeSfx(SfxSpecs[7], Rate, 2);
+    const std::vector<float> over = SynthesizeSfx(SfxSpecs[SoundEvent::GameOver], Rate, 2);
+    const std::vector<float> lost = SynthesizeSfx(SfxSpecs[SoundEvent::PacketLost], Rate, 2);
     const std::vector<float> written = Written();
     // The first frame is silent and so not in what was written.
     ASSERT_NEAR(static_cast<double>(written.size()), static_cast<double>(over.size() - 4), 2.0);

@@ -4,7 +4,7 @@
 // memory at the test's own pace, and an ear.
 
 #include "audio/MusicRuntime.h"
-#include "persist/TestFiles.h"
+#include "support/TestFiles.h"
 #include "velini/VelINIStream.h"
 
 #include <filesystem>

@@ -2,11 +2,11 @@
 
 #include "audio/MusicPlayer.h"
 
-#include "app/GameApp.h"
 #include "audio/AudioSupport.h"
 #include "audio/MusicPatterns.h"
 #include "audio/SoundEffects.h"
 #include "base/Clock.h"
+#include "game/GameApp.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
 

@@ -1,12 +1,12 @@
 // The music that ships, whole and damaged.
 
 #include "app/Game.h"
-#include "app/GameApp.h"
 #include "audio/AudioEngine.h"
 #include "audio/AudioSupport.h"
 #include "audio/MixerFaults.h"
 #include "audio/MusicPatterns.h"
 #include "audio/MusicPlayer.h"
+#include "game/GameApp.h"
 #include "support/CapturedLog.h"
 #include "support/TestHome.h"
 

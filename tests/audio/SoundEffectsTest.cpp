@@ -1,8 +1,8 @@
 #include "audio/SoundEffects.h"
 
-#include "app/GameApp.h"
 #include "audio/AudioSupport.h"
 #include "audio/SoundQueue.h"
+#include "game/GameApp.h"
 #include "support/CapturedLog.h"
 #include "support/SdlAllocationLimit.h"
 

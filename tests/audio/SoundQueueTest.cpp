@@ -1,7 +1,7 @@
 #include "audio/SoundQueue.h"
 
-#include "app/GameApp.h"
 #include "audio/SoundEffects.h"
+#include "game/GameApp.h"
 
 #include <gtest/gtest.h>
 

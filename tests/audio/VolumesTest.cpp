@@ -8,19 +8,19 @@ namespace Wirefall {
 namespace {
 
 TEST(Volumes, TheFactoryOptionsGiveFiftyAndSeventyFive) {
-    const GameOptions options;
+    const AudioSettings options;
     EXPECT_EQ(MusicGainFromOptions(options), 50);
     EXPECT_EQ(SfxGainFromOptions(options), 75);
 }
 
 TEST(Volumes, MasterFiftyAndEffectsSeventyFiveGiveThirtySeven) {
-    GameOptions options;
+    AudioSettings options;
     options.MasterVolume = 50;
     EXPECT_EQ(SfxGainFromOptions(options), 37) << "cut off, not rounded";
 }
 
 TEST(Volumes, AChannelThatIsOffHasNoGain) {
-    GameOptions options;
+    AudioSettings options;
     options.MusicEnabled = false;
     EXPECT_EQ(MusicGainFromOptions(options), 0);
     EXPECT_EQ(SfxGainFromOptions(options), 75);
@@ -29,7 +29,7 @@ TEST(Volumes, AChannelThatIsOffHasNoGain) {
 }
 
 TEST(Volumes, EveryPairOfVolumesIsTheirProduct) {
-    GameOptions options;
+    AudioSettings options;
     for (std::int32_t master = 0; master <= 100; ++master) {
         for (std::int32_t channel = 0; channel <= 100; ++channel) {
             options.MasterVolume = master;
@@ -44,7 +44,7 @@ TEST(Volumes, EveryPairOfVolumesIsTheirProduct) {
 TEST(Volumes, NonsenseStaysWithinTheLimits) {
     const std::int32_t least = std::numeric_limits<std::int32_t>::min();
     const std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    GameOptions options;
+    AudioSettings options;
     options.MasterVolume = most;
     options.MusicVolume = most;
     options.SfxVolume = least;

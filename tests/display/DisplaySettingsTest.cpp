@@ -1,9 +1,9 @@
 #include "display/DisplaySettings.h"
 
-#include "app/GameApp.h"
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
 #include "display/VideoFixture.h"
+#include "game/GameApp.h"
 #include "support/XServer.h"
 
 #include <gtest/gtest.h>

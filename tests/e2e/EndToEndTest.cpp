@@ -5,6 +5,7 @@
 #include "e2e/GameSession.h"
 #include "e2e/Player.h"
 #include "sim/PacketTick.h"
+#include "sim/Simulation.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 
 #include "display/DisplayModes.h"
 #include "e2e/EndToEndFixture.h"
-#include "input/AudioEdit.h"
-#include "input/ControlsEdit.h"
-#include "ui/LanguageFiles.h"
-#include "ui/Localization.h"
+#include "options/AudioPage.h"
+#include "options/ControlsPage.h"
+#include "words/LanguageFiles.h"
+#include "words/Localization.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "e2e/RoutePlanner.h"
 
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
 #include "sim/Simulation.h"
 
 #include <gtest/gtest.h>

@@ -4,8 +4,8 @@
 // can look like and finds what it sees among that, so it knows no colours and no layout of its own.
 // A run that it has read explains every pixel of the picture.
 
-#include "app/GameApp.h"
 #include "e2e/Screenshot.h"
+#include "game/GameApp.h"
 #include "sim/LevelGeneration.h"
 #include "sim/RunState.h"
 #include "support/SoftwareCanvas.h"

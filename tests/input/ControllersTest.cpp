@@ -1,4 +1,4 @@
-#include "input/InputFixture.h"
+#include "support/InputFixture.h"
 
 #include <optional>
 

@@ -1,13 +1,13 @@
 // What the save is for: the game goes on exactly where it was, in another process, and even when
 // the process before was killed while it saved.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
-#include "persist/Storage.h"
-#include "persist/UserFolder.h"
 #include "sim/Simulation.h"
+#include "storage/Storage.h"
+#include "support/UserFolder.h"
 
 #include <gtest/gtest.h>
 

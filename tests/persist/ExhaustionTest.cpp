@@ -1,15 +1,15 @@
 // Files that ask for too much: memory that runs out, and runs that would take for ever. A program
 // of its own, because it replaces operator new.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/Options.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "persist/TaggedTree.h"
-#include "persist/UserFolder.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/UserFolder.h"
 
 #include <gtest/gtest.h>
 

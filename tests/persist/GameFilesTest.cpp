@@ -5,8 +5,8 @@
 #include "display/DisplayModes.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
-#include "persist/UserFolder.h"
 #include "sim/Simulation.h"
+#include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 #include "persist/Options.h"
 
-#include "app/GameApp.h"
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
-#include "persist/UserFolder.h"
+#include "game/GameApp.h"
 #include "support/CapturedLog.h"
+#include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
 
 #include <gtest/gtest.h>
@@ -530,24 +530,6 @@ TEST(ConfigValue, IsAFlag) {
         EXPECT_EQ(ConfigBool(DocumentWith(""), "S", "Key", flag), flag);
         EXPECT_EQ(ConfigBool(DocumentWith("perhaps"), "S", "Key", flag), flag);
     }
-}
-
-TEST(ParseBool, KnowsEightWordsAndTrimsNothing) {
-    for (const char* const text : {"1", "true", "yes", "on", "TRUE", "Yes", "oN"}) {
-        EXPECT_TRUE(ParseBool(text, false)) << text;
-    }
-    for (const char* const text : {"0", "false", "no", "off", "FALSE", "No", "ofF"}) {
-        EXPECT_FALSE(ParseBool(text, true)) << text;
-    }
-    for (const char* const text : {"", " 1", "1 ", "2", "yess", "o"}) {
-        EXPECT_TRUE(ParseBool(text, true)) << text;
-        EXPECT_FALSE(ParseBool(text, false)) << text;
-    }
-}
-
-TEST(ToLowerCopy, LowersAscii) {
-    EXPECT_EQ(ToLowerCopy("AbZ-9 \xc3\x84"), "abz-9 \xc3\x84");
-    EXPECT_EQ(ToLowerCopy(""), "");
 }
 
 } // namespace

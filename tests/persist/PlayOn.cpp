@@ -1,7 +1,7 @@
 // A fresh process for ContinueTest: loads the save, plays on with the random player of the seed
 // that is its first argument for as many ticks as the second says, and prints the checksum of each.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"

@@ -1,6 +1,6 @@
 #include "persist/RunConversion.h"
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/SampleRuns.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"

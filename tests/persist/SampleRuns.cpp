@@ -4,7 +4,6 @@
 #include "sim/LevelGeneration.h"
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
 #include "sim/Simulation.h"
 
 #include <algorithm>

@@ -2,12 +2,12 @@
 // file is as it was or the new one complete, nothing else is left behind, and the next write that
 // succeeds heals everything.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/Options.h"
 #include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
-#include "persist/UserFolder.h"
 #include "sim/Simulation.h"
+#include "support/UserFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -35,8 +35,10 @@ struct KeptFile {
 };
 
 constexpr std::array<KeptFile, 2> KeptFiles = {{
-    {"SaveState.bin", ".SaveState.bin.tmp", WriteSaveState, LoadSaveState},
-    {"Config.ini", ".Config.ini.tmp", SaveOptions, LoadOptions},
+    {"SaveState.bin", ".SaveState.bin.tmp", [](const GameApp& app) { return WriteSaveState(app); },
+     [](GameApp& app) { return LoadSaveState(app); }},
+    {"Config.ini", ".Config.ini.tmp", [](const GameApp& app) { return SaveOptions(app); },
+     [](GameApp& app) { return LoadOptions(app); }},
 }};
 
 std::string NameOf(const testing::TestParamInfo<KeptFile>& info) {

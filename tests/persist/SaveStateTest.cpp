@@ -1,12 +1,12 @@
 #include "persist/SaveState.h"
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "persist/RunConversion.h"
 #include "persist/SampleRuns.h"
 #include "persist/TaggedTree.h"
-#include "persist/UserFolder.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
+#include "support/UserFolder.h"
 
 #include <gtest/gtest.h>
 

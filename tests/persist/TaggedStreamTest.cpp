@@ -1,6 +1,6 @@
 #include "persist/TaggedStream.h"
 
-#include "persist/TestFiles.h"
+#include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 // game would write, and put it together again.
 
 #include "persist/TaggedStream.h"
-#include "persist/TestFiles.h"
+#include "support/TestFiles.h"
 
 #include <string>
 #include <string_view>

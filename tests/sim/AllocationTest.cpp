@@ -2,7 +2,7 @@
 
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
+#include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 

@@ -1,7 +1,7 @@
 #include "sim/PacketTick.h"
 
 #include "sim/LevelRules.h"
-#include "sim/RunCommands.h"
+#include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,3 @@
-#include "sim/RunCommands.h"
-
 #include "sim/LevelGeneration.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"

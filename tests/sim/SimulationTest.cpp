@@ -2,7 +2,6 @@
 
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
-#include "sim/RunCommands.h"
 #include "support/BoardDrawing.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "support/OptionsScenes.h"
 
-#include "input/BindingRows.h"
-#include "ui/OptionsScreen.h"
+#include "options/BindingRows.h"
+#include "options/OptionsScreen.h"
 
 #include <SDL3/SDL_scancode.h>
 
@@ -44,13 +44,13 @@ void OpenGraphics(SceneWorld& world) {
 
 void OpenAudio(SceneWorld& world) {
     world.App.OptionsPage = OptionsPage::Audio;
-    world.App.AudioEdit = {.MasterVolume = 90,
-                           .MusicVolume = 0,
-                           .SfxVolume = 100,
-                           .MusicEnabled = false,
-                           .SfxEnabled = true,
-                           .Language = "de",
-                           .Valid = true};
+    world.App.AudioEdit = {{.MasterVolume = 90,
+                            .MusicVolume = 0,
+                            .SfxVolume = 100,
+                            .MusicEnabled = false,
+                            .SfxEnabled = true},
+                           {"de"},
+                           true};
 }
 
 } // namespace

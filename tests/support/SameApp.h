@@ -2,7 +2,7 @@
 
 // Comparing whole GameApp records, for tests that say all that a step changes.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 
 #include <gtest/gtest.h>
 

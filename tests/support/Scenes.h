@@ -3,10 +3,10 @@
 // Moments of the game to take pictures of, by name. Each says what the world looks like and which
 // screen draws it; the canvas it is drawn on is up to whoever draws it.
 
-#include "app/GameApp.h"
+#include "game/GameApp.h"
 #include "input/ControllerSet.h"
 #include "support/SoftwareCanvas.h"
-#include "ui/Localization.h"
+#include "words/Localization.h"
 
 #include <SDL3/SDL_render.h>
 

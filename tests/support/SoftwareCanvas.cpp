@@ -1,9 +1,9 @@
 #include "support/SoftwareCanvas.h"
 
-#include "ui/BinaryRain.h"
-#include "ui/Color.h"
-#include "ui/Primitives.h"
-#include "ui/SpriteAtlas.h"
+#include "draw/BinaryRain.h"
+#include "draw/Color.h"
+#include "draw/Primitives.h"
+#include "draw/SpriteAtlas.h"
 
 #include <SDL3/SDL_error.h>
 
