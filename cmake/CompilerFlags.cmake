@@ -58,12 +58,19 @@ if(WIREFALL_COVERAGE)
   target_link_options(wirefall_flags INTERFACE --coverage)
 endif()
 
-# wirefall_library(<name> SOURCES <file>... [LINKS <target>...])
+# wirefall_library(<name> [SOURCES <file>...] [EXCEPT <file>...] [LINKS <target>...])
 #
-# A static library of one folder of src/. LINKS are the folders below it: what a folder does not
-# link it must not use.
+# A static library of one folder of src/: of all its sources, unless they are named, but for the
+# excepted ones. LINKS are the folders below it: what a folder does not link it must not use.
 function(wirefall_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;EXCEPT;LINKS")
+  if(NOT arg_SOURCES)
+    file(
+      GLOB arg_SOURCES
+      RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}"
+      CONFIGURE_DEPENDS *.cpp)
+    list(REMOVE_ITEM arg_SOURCES ${arg_EXCEPT})
+  endif()
   add_library(${name} STATIC ${arg_SOURCES})
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(

@@ -33,7 +33,7 @@ struct CanvasWidth {
     std::int32_t Width;
 };
 
-/// The first row that fits decides: a tiny size fits more than one.
+// The first row that fits decides: a tiny size fits more than one.
 constexpr std::array<CanvasWidth, 4> WidescreenCanvasWidths = {{
     {{&SuperUltrawide, 1}, 2560},
     {Ultrawide, 1728},

@@ -15,7 +15,7 @@ namespace Wirefall {
 
 namespace {
 
-/// The layouts need at least this much.
+// The layouts need at least this much.
 constexpr std::int32_t MinimumWidth = 1024;
 
 constexpr std::array<Resolution, 4> ClassicResolutions = {{
@@ -61,14 +61,14 @@ std::int32_t RoundedHz(const SDL_DisplayMode& mode) {
     return known ? static_cast<std::int32_t>(std::lround(rate)) : 0;
 }
 
-/// 0 when there is no display.
+// 0 when there is no display.
 SDL_DisplayID FirstDisplay() {
     int count = 0;
     const SdlArray<SDL_DisplayID> displays(SDL_GetDisplays(&count));
     return displays && count > 0 ? displays[0] : 0;
 }
 
-/// 0 when there is no display.
+// 0 when there is no display.
 SDL_DisplayID DisplayOf(SDL_Window* window) {
     const SDL_DisplayID display = window != nullptr ? SDL_GetDisplayForWindow(window) : 0;
     return display != 0 ? display : FirstDisplay();
@@ -83,7 +83,7 @@ std::vector<DisplayMode> ModesOf(SDL_DisplayID display) {
     return CollectDisplayModes({modes.get(), static_cast<std::size_t>(count)});
 }
 
-/// Null when there is no display, or none that tells its mode. SDL owns the result.
+// Null when there is no display, or none that tells its mode. SDL owns the result.
 const SDL_DisplayMode* DesktopMode() {
     SDL_DisplayID display = SDL_GetPrimaryDisplay();
     if (display == 0) {

@@ -18,7 +18,7 @@ bool IsWindowFullscreen(SDL_Window* window) {
     return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN) != 0;
 }
 
-/// Empty when SDL refuses to tell; its error says why.
+// Empty when SDL refuses to tell; its error says why.
 std::optional<Resolution> WindowSize(SDL_Window* window) {
     int width = 0;
     int height = 0;
@@ -28,9 +28,9 @@ std::optional<Resolution> WindowSize(SDL_Window* window) {
     return Resolution{width, height};
 }
 
-/// Window managers resize in their own time; until then the window tells its former size, by which
-/// it would be centred wrongly. One sync is not always enough for a window that cannot be resized
-/// by hand. The wait is bounded, at about half a second, since a display may refuse the size.
+// Window managers resize in their own time; until then the window tells its former size, by which
+// it would be centred wrongly. One sync is not always enough for a window that cannot be resized
+// by hand. The wait is bounded, at about half a second, since a display may refuse the size.
 void AwaitSize(SDL_Window* window, const Resolution& wanted) {
     constexpr int Tries = 50;
     constexpr int PauseMs = 10;
@@ -44,7 +44,7 @@ void AwaitSize(SDL_Window* window, const Resolution& wanted) {
     }
 }
 
-/// The part of the window's display that panels and docks leave free. Empty when unknown.
+// The part of the window's display that panels and docks leave free. Empty when unknown.
 std::optional<SDL_Rect> UsableBounds(SDL_Window* window) {
     const SDL_DisplayID display = SDL_GetDisplayForWindow(window);
     if (display == 0) {
@@ -58,8 +58,8 @@ std::optional<SDL_Rect> UsableBounds(SDL_Window* window) {
     return bounds;
 }
 
-/// Where a window of that length begins within the bounds: centred, and never before their start,
-/// where its title bar would be out of reach.
+// Where a window of that length begins within the bounds: centred, and never before their start,
+// where its title bar would be out of reach.
 int CentredStart(int boundsStart, int boundsLength, int windowLength) {
     const int spare = boundsLength - windowLength;
     return spare >= 2 ? boundsStart + spare / 2 : boundsStart;
