@@ -39,6 +39,7 @@ void DrawBullet(SDL_Renderer* renderer, float x, float middleY, PackedColor colo
 
 } // namespace
 
+// A rectangle as its callers have it, and colours. NOLINTNEXTLINE(readability-function-size)
 void DrawNoteBox(const NoteBoxContext& context, float x, float y, float w, float h,
                  std::string_view heading, PackedColor accent,
                  std::span<const std::string> paragraphs) {

@@ -24,6 +24,7 @@ void OutlineRect(SDL_Renderer* renderer, float x, float y, float w, float h, Pac
     SDL_RenderRect(renderer, &rect);
 }
 
+// A rectangle as its callers have it, and colours. NOLINTNEXTLINE(readability-function-size)
 void FillOutlinedRect(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor fill,
                       PackedColor line) {
     FillRect(renderer, x, y, w, h, fill);
@@ -41,6 +42,7 @@ void DrawBarredBox(SDL_Renderer* renderer, const SDL_FRect& box, PackedColor bod
     FillRect(renderer, x + w - T, y, T, h, bars);
 }
 
+// A rectangle as its callers have it, and colours. NOLINTNEXTLINE(readability-function-size)
 void DrawPanel(SDL_Renderer* renderer, float x, float y, float w, float h, PackedColor accent,
                std::uint8_t bodyAlpha) {
     // The negated form also refuses a size that is not a number.
