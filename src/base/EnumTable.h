@@ -10,15 +10,17 @@
 namespace Wirefall {
 
 /// Whether the value has a name in its enumeration, which needs a fixed underlying type. Compilers
-/// spell such a value by its name and every other one as a cast.
+/// spell a value that has one by its name, Color::Red, and every other one as a cast, (Color)5.
 template <auto Value>
 constexpr bool IsEnumerator() {
 #if defined(_MSC_VER) && !defined(__clang__)
-    return std::string_view(__FUNCSIG__).find("<(") == std::string_view::npos;
+    const std::string_view spelling = __FUNCSIG__;
+    const std::string_view value = spelling.substr(0, spelling.rfind('>'));
 #else
-    const std::string_view spelling = __PRETTY_FUNCTION__;
-    return spelling.find('(', spelling.rfind('=')) == std::string_view::npos;
+    const std::string_view value = __PRETTY_FUNCTION__;
 #endif
+    const char first = value[value.find_last_of("<:) ") + 1];
+    return first != '-' && (first < '0' || first > '9');
 }
 
 template <typename Enum, std::size_t First = 0>
