@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace Wirefall::Music {
@@ -110,6 +111,44 @@ void AddEcho(const Score& score, const Sound& send, Sound& out) {
 
 void AddReverb(const Score& score, const Sound& send, Sound& out) {
     RunAroundLoop(send, out, Room(score.ReverbSeconds, score.ReverbCutoff));
+}
+
+void Tilt(const Score& score, Sound& mix) {
+    if (score.TiltDecibels == 0) {
+        return;
+    }
+    // What lies below gets one half of the slope less, what lies above the other half more.
+    const double below = FactorFromDecibels(-score.TiltDecibels / 2);
+    const double above = FactorFromDecibels(score.TiltDecibels / 2);
+    Sound tilted(mix.Frames());
+    RunAroundLoop(mix, tilted,
+                  [&, leftLow = Damper(score.TiltHertz),
+                   rightLow = Damper(score.TiltHertz)](double left, double right) mutable {
+                      const double low = leftLow.Process(left);
+                      const double rightPart = rightLow.Process(right);
+                      return Frame{.Left = below * low + above * (left - low),
+                                   .Right = below * rightPart + above * (right - rightPart)};
+                  });
+    mix = std::move(tilted);
+}
+
+void Breathe(const Score& score, Sound& mix) {
+    if (score.BreathMs == 0) {
+        return;
+    }
+    // A switch comes up to a frame late, and until then the beginning is heard.
+    constexpr double SilentMs = 55;
+    constexpr double RiseMs = 20;
+    const std::size_t frames = mix.Frames();
+    for (std::size_t i = 0; i < frames; ++i) {
+        const double before = static_cast<double>(frames - 1 - i) * 1000 / SampleRate;
+        const double after = static_cast<double>(i) * 1000 / SampleRate;
+        const double fall = std::clamp(before / score.BreathMs, 0.0, 1.0);
+        const double rise = std::clamp((after - SilentMs) / RiseMs, 0.0, 1.0);
+        const auto gain = static_cast<float>(fall * fall * rise);
+        mix.Left[i] *= gain;
+        mix.Right[i] *= gain;
+    }
 }
 
 } // namespace Wirefall::Music

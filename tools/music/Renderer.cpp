@@ -1,17 +1,17 @@
 #include "music/Renderer.h"
 
 #include "music/Effects.h"
-#include "music/Filter.h"
 #include "music/Loudness.h"
 #include "music/Oscillator.h"
+#include "music/Voice.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <numbers>
-#include <span>
+#include <utility>
 
 namespace Wirefall::Music {
 namespace {
@@ -19,201 +19,144 @@ namespace {
 /// A note is over once its release has come down by so much.
 constexpr double InaudibleDecibels = 90;
 
-/// Cutoffs move slowly; computing them anew every so many frames is enough.
-constexpr int FramesPerTuning = 16;
-
-/// An exponential fall from 1 that loses 60 dB in `ms`; without a time it is down at once.
-class Fall {
-public:
-    explicit Fall(double ms) : factor_(ms > 0 ? std::pow(10.0, -3000 / (ms * SampleRate)) : 0) {
-        value_ = ms > 0 ? 1 : 0;
-    }
-
-    double Value() const { return value_; }
-
-    void Step() {
-        // Slow denormals begin far below what can be heard.
-        constexpr double Nothing = 1e-12;
-        value_ = value_ < Nothing ? 0 : value_ * factor_;
-    }
-
-private:
-    double factor_;
-    double value_;
-};
-
-double Hertz(double pitch) { return 440 * std::exp2((pitch - 69) / 12); }
-
 double SecondsPerBar(const Score& score) {
     return score.QuartersPerBar * 60 / score.QuartersPerMinute;
 }
 
-/// How loud a note is from frame to frame.
-class Envelope {
-public:
-    Envelope(const Instrument& instrument, std::size_t heldFrames)
-        : heldFrames_(heldFrames),
-          attackFrames_(instrument.Attack * SampleRate / 1000),
-          sustain_(instrument.Sustain),
-          decay_(instrument.Decay),
-          release_(instrument.Release) {}
+/// Where a time of the score comes to lie once the second half of each pair comes later.
+double Swung(const Score& score, double bars) {
+    const double pairsPerBar = score.QuartersPerBar / score.SwingQuarters;
+    const double pairs = bars * pairsPerBar;
+    const double whole = std::floor(pairs);
+    const double part = pairs - whole;
+    const double swung = part < 0.5 ? 2 * part * score.SwingPart
+                                    : score.SwingPart + (2 * part - 1) * (1 - score.SwingPart);
+    return (whole + swung) / pairsPerBar;
+}
 
-    double Next() {
-        const bool held = frame_ < heldFrames_;
-        if (held) {
-            const auto frame = static_cast<double>(frame_);
-            if (frame < attackFrames_) {
-                level_ = frame / attackFrames_;
-            } else {
-                level_ = sustain_ + (1 - sustain_) * decay_.Value();
-                decay_.Step();
-            }
-        } else {
-            release_.Step();
-        }
-        ++frame_;
-        return held ? level_ : level_ * release_.Value();
-    }
-
-private:
-    std::size_t heldFrames_;
-    double attackFrames_;
-    double sustain_;
-    Fall decay_;
-    Fall release_;
-    std::size_t frame_ = 0;
-    double level_ = 0; // without the release
-};
-
-/// The wave tables of one instrument, one for each pitch that it plays.
+/// The wave tables of one instrument, one for each highest pitch that it is played at.
 class WaveTables {
 public:
     explicit WaveTables(const Instrument& instrument) : instrument_(instrument) {}
 
-    const WaveTable& For(int pitch) {
+    const WaveTable& For(double pitch) {
         const double highest = pitch + std::max(0.0, instrument_.SweepSemitones);
         return tables_.try_emplace(pitch, instrument_.Partials, Hertz(highest)).first->second;
     }
 
 private:
     const Instrument& instrument_;
-    std::map<int, WaveTable> tables_;
+    std::map<double, WaveTable> tables_;
 };
 
-/// One oscillator of a note with its filter and envelope.
-class Voice {
+/// Plays the notes of one instrument into its part.
+class Player {
 public:
-    Voice(const Instrument& instrument, const WaveTable& table, double pitch,
-          std::size_t heldFrames, unsigned seed)
-        : instrument_(instrument),
-          table_(table),
-          pitch_(pitch),
-          noise_(seed),
-          envelope_(instrument, heldFrames),
-          fm_(instrument.FmFall),
-          sweep_(instrument.SweepFall),
-          cutoff_(instrument.FilterFall) {}
+    Player(const Score& score, std::size_t index)
+        : score_(score),
+          instrument_(score.Instruments[index]),
+          index_(static_cast<unsigned>(index)),
+          framesPerBar_(SecondsPerBar(score) * SampleRate),
+          tables_(instrument_),
+          part_(LoopFrames(score)) {}
 
-    double Next() {
-        if (frame_ % FramesPerTuning == 0) {
-            Tune();
+    void Play(const Note& note) {
+        const double start = Swung(score_, note.Start);
+        const double bars = Swung(score_, note.Start + note.Length) - start;
+        VoiceNote voice;
+        voice.Pitch = note.Pitch + score_.TuneCents / 100;
+        voice.From = voice.Pitch + GlideFrom(note);
+        voice.StartBar = start + LateFrames() / framesPerBar_;
+        voice.BarsPerFrame = 1 / framesPerBar_;
+        voice.HeldFrames = static_cast<std::size_t>(bars * instrument_.Gate * framesPerBar_);
+        voice.Seed = 2 * count_;
+        const double turn = count_ % 2 == 0 ? -1 : 1;
+        const double pan = instrument_.Pan + instrument_.Spread * turn;
+        const double level = FactorFromDecibels(instrument_.Level + note.Level);
+        if (instrument_.DetuneCents > 0) {
+            // A pair of oscillators stands half-way out on both sides.
+            constexpr double HalfWay = 0.5;
+            for (const double side : {-1.0, 1.0}) {
+                VoiceNote one = voice;
+                one.Pitch += side * instrument_.DetuneCents / 200;
+                one.Seed += side > 0 ? 1U : 0U;
+                Add(one, pan + HalfWay * side, level * std::numbers::sqrt2 / 2);
+            }
+        } else {
+            Add(voice, pan, level);
         }
-        ++frame_;
-        sweep_.Step();
-        cutoff_.Step();
-        const double raw = instrument_.Partials.empty() ? noise_.Next() : Oscillate();
-        return filter_.Process(instrument_.Filter, raw) * envelope_.Next();
+        previous_ = note;
+        ++count_;
     }
+
+    Sound Take() { return std::move(part_); }
 
 private:
-    void Tune() {
-        double pitch = pitch_ + instrument_.SweepSemitones * sweep_.Value();
-        const double ms = frame_ * 1000.0 / SampleRate;
-        if (ms > instrument_.VibratoDelay) {
-            const double seconds = (ms - instrument_.VibratoDelay) / 1000;
-            pitch += instrument_.VibratoCents / 100 *
-                     std::sin(2 * std::numbers::pi * instrument_.VibratoHz * seconds);
-        }
-        step_ = Hertz(pitch) / SampleRate;
-        if (instrument_.Filter != FilterKind::None) {
-            const double above = instrument_.FilterOpen - instrument_.FilterRest;
-            filter_.Tune(instrument_.FilterRest + above * cutoff_.Value(), instrument_.FilterQ);
+    /// How far from its own pitch a note begins that the one before leads to.
+    double GlideFrom(const Note& note) const {
+        constexpr double Touch = 1e-6; // in bars
+        const bool leads = instrument_.GlideMs > 0 && count_ > 0 && previous_.Start < note.Start &&
+                           previous_.Start + previous_.Length > note.Start - Touch;
+        return leads ? previous_.Pitch - note.Pitch : 0;
+    }
+
+    double LateFrames() const {
+        NoiseSource chance(count_ + (index_ + 1) * 65536U);
+        chance.Next(); // The first of neighbouring seeds are alike.
+        const double ms = instrument_.ShiftMs + instrument_.LooseMs * chance.Next();
+        return ms * SampleRate / 1000;
+    }
+
+    /// Adds one oscillator. What does not fit before the end goes on at the start.
+    void Add(const VoiceNote& note, double pan, double level) {
+        Voice voice(instrument_, tables_.For(std::max(note.Pitch, note.From)), note);
+        const double releaseMs = instrument_.Release * InaudibleDecibels / 60;
+        const std::size_t frames =
+            note.HeldFrames + static_cast<std::size_t>(releaseMs * SampleRate / 1000);
+        const auto length = static_cast<std::int64_t>(part_.Frames());
+        const std::int64_t start = std::llround((note.StartBar + score_.Upbeat) * framesPerBar_);
+        auto at = static_cast<std::size_t>((start % length + length) % length);
+        const bool moves = instrument_.TremoloDecibels > 0 || instrument_.AutopanWidth > 0;
+        double left = 0;
+        double right = 0;
+        for (std::size_t i = 0; i < frames; ++i) {
+            if (i == 0 || moves) {
+                const double bars = note.StartBar + static_cast<double>(i) * note.BarsPerFrame;
+                const double each =
+                    level * FactorFromDecibels(instrument_.TremoloDecibels *
+                                               Cycle(instrument_.TremoloCycles, bars));
+                const double place =
+                    pan + instrument_.AutopanWidth * Cycle(instrument_.AutopanCycles, bars);
+                // Equal power wherever it stands.
+                const double angle = (std::clamp(place, -1.0, 1.0) + 1) * std::numbers::pi / 4;
+                left = each * std::cos(angle);
+                right = each * std::sin(angle);
+            }
+            const double value = voice.Next();
+            part_.Left[at] += static_cast<float>(value * left);
+            part_.Right[at] += static_cast<float>(value * right);
+            at = at + 1 < part_.Frames() ? at + 1 : 0;
         }
     }
 
-    double Oscillate() {
-        double phase = phase_;
-        if (instrument_.FmIndex > 0) {
-            const double turn = 2 * std::numbers::pi;
-            const double depth = instrument_.FmIndex / turn * fm_.Value();
-            phase += depth * std::sin(turn * instrument_.FmRatio * phase_);
-            fm_.Step();
-        }
-        phase_ += step_;
-        return table_.At(phase);
-    }
-
+    const Score& score_;
     const Instrument& instrument_;
-    const WaveTable& table_;
-    double pitch_;
-    NoiseSource noise_;
-    VoiceFilter filter_;
-    Envelope envelope_;
-    Fall fm_;
-    Fall sweep_;
-    Fall cutoff_;
-    int frame_ = 0;
-    double phase_ = 0;
-    double step_ = 0;
+    unsigned index_;
+    double framesPerBar_;
+    WaveTables tables_;
+    Sound part_;
+    Note previous_;
+    unsigned count_ = 0;
 };
 
-/// Adds one note to its instrument's part. What does not fit before the end goes on at the start.
-void AddNote(const Score& score, const Note& note, double pan, unsigned seed, WaveTables& tables,
-             Sound& part) {
-    const Instrument& instrument = score.Instruments[note.Instrument];
-    const double framesPerBar = SecondsPerBar(score) * SampleRate;
-    const auto held = static_cast<std::size_t>(note.Length * instrument.Gate * framesPerBar);
-    const double releaseMs = instrument.Release * InaudibleDecibels / 60;
-    const auto frames = held + static_cast<std::size_t>(releaseMs * SampleRate / 1000);
-    const auto start =
-        static_cast<std::size_t>(std::llround((note.Start + score.Upbeat) * framesPerBar));
-    const WaveTable& table = tables.For(note.Pitch);
-    const double level = FactorFromDecibels(instrument.Level + note.Level);
-
-    const bool pair = instrument.DetuneCents > 0;
-    for (const double side : pair ? std::vector{-1.0, 1.0} : std::vector{0.0}) {
-        Voice voice(instrument, table, note.Pitch + side * instrument.DetuneCents / 200, held,
-                    seed + (side > 0 ? 1U : 0U));
-        // Equal power on both sides; a pair of oscillators stands half-way out.
-        const double place = std::clamp(pan + 0.5 * side, -1.0, 1.0);
-        const double angle = (place + 1) * std::numbers::pi / 4;
-        const double each = pair ? level * std::numbers::sqrt2 / 2 : level;
-        const double left = std::cos(angle);
-        const double right = std::sin(angle);
-        std::size_t at = start % part.Frames();
-        for (std::size_t i = 0; i < frames; ++i) {
-            const double value = each * voice.Next();
-            part.Left[at] += static_cast<float>(value * left);
-            part.Right[at] += static_cast<float>(value * right);
-            at = at + 1 < part.Frames() ? at + 1 : 0;
-        }
-    }
-}
-
 Sound RenderPart(const Score& score, std::size_t index) {
-    const Instrument& instrument = score.Instruments[index];
-    Sound part(LoopFrames(score));
-    WaveTables tables(instrument);
-    unsigned count = 0;
+    Player player(score, index);
     for (const Note& note : score.Notes) {
-        if (note.Instrument != index) {
-            continue;
+        if (note.Instrument == index) {
+            player.Play(note);
         }
-        const double pan = instrument.Pan + instrument.Spread * (count % 2 == 0 ? -1 : 1);
-        AddNote(score, note, pan, 2 * count, tables, part);
-        ++count;
     }
-    return part;
+    return player.Take();
 }
 
 void Add(const Sound& from, double factor, Sound& to) {
@@ -245,6 +188,8 @@ Rendering Render(const Score& score) {
     }
     AddEcho(score, echo, rendering.Mix);
     AddReverb(score, reverb, rendering.Mix);
+    Tilt(score, rendering.Mix);
+    Breathe(score, rendering.Mix);
 
     const double decibels = score.Loudness - IntegratedLoudness(rendering.Mix);
     if (std::isfinite(decibels)) {

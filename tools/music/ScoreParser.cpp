@@ -36,11 +36,21 @@ struct Setting {
 
 constexpr double LongestMs = 20000;
 constexpr double HighestHertz = 20000;
+constexpr double MostCycles = 64;
 
 constexpr auto ScoreSettings = std::to_array<Setting<Score>>({
     {"tempo", 1, {{{"quarters per minute", &Score::QuartersPerMinute, 20, 400}}}},
     {"beats", 1, {{{"quarters per bar", &Score::QuartersPerBar, 1, 16}}}},
     {"upbeat", 1, {{{"part of a bar", &Score::Upbeat, 0, 0.5}}}},
+    {"transpose", 1, {{{"semitones", &Score::Transpose, -24, 24}}}},
+    {"tune", 1, {{{"cents", &Score::TuneCents, -100, 100}}}},
+    {"swing",
+     1,
+     {{{"part", &Score::SwingPart, 0.5, 0.8}, {"quarters", &Score::SwingQuarters, 0.1, 4}}}},
+    {"tilt",
+     1,
+     {{{"dB", &Score::TiltDecibels, -24, 24}, {"hertz", &Score::TiltHertz, 50, HighestHertz}}}},
+    {"breath", 1, {{{"ms", &Score::BreathMs, 0, 2000}}}},
     {"loudness", 1, {{{"LUFS", &Score::Loudness, -40, -6}}}},
     {"echo",
      3,
@@ -81,7 +91,16 @@ constexpr auto InstrumentSettings = std::to_array<Setting<Instrument>>({
      {{{"hertz", &Instrument::VibratoHz, 0.1, 20},
        {"cents", &Instrument::VibratoCents, 0, 200},
        {"delay", &Instrument::VibratoDelay, 0, LongestMs}}}},
+    {"glide", 1, {{{"ms", &Instrument::GlideMs, 1, LongestMs}}}},
+    {"pulse",
+     1,
+     {{{"width", &Instrument::PulseWidth, 0.05, 0.95},
+       {"cycles", &Instrument::PulseCycles, 0, MostCycles},
+       {"depth", &Instrument::PulseDepth, 0, 0.45}}}},
     {"detune", 1, {{{"cents", &Instrument::DetuneCents, 0, 100}}}},
+    {"shift",
+     1,
+     {{{"ms", &Instrument::ShiftMs, -50, 50}, {"looseness", &Instrument::LooseMs, 0, 20}}}},
     {"gate", 1, {{{"part of the length", &Instrument::Gate, 0.01, 1}}}},
     {"lowpass", 1, FilterNumbers},
     {"highpass", 1, FilterNumbers},
@@ -89,6 +108,18 @@ constexpr auto InstrumentSettings = std::to_array<Setting<Instrument>>({
     {"level", 1, {{{"dB", &Instrument::Level, -60, 12}}}},
     {"pan", 1, {{{"place", &Instrument::Pan, -1, 1}}}},
     {"spread", 1, {{{"width", &Instrument::Spread, 0, 1}}}},
+    {"wah",
+     2,
+     {{{"cycles", &Instrument::WahCycles, 0, MostCycles},
+       {"octaves", &Instrument::WahOctaves, 0, 4}}}},
+    {"tremolo",
+     2,
+     {{{"cycles", &Instrument::TremoloCycles, 0, MostCycles},
+       {"dB", &Instrument::TremoloDecibels, 0, 24}}}},
+    {"autopan",
+     2,
+     {{{"cycles", &Instrument::AutopanCycles, 0, MostCycles},
+       {"width", &Instrument::AutopanWidth, 0, 1}}}},
     {"echo", 1, {{{"share", &Instrument::Echo, 0, 1}}}},
     {"reverb", 1, {{{"share", &Instrument::Reverb, 0, 1}}}},
 });
@@ -128,6 +159,8 @@ std::optional<std::vector<double>> NamedWave(std::string_view name) {
 
 constexpr double AccentDecibels = 3;
 constexpr double SoftDecibels = -5;
+constexpr double FaintestNote = -40;
+constexpr double LoudestNote = 12;
 
 /// What x in a pattern stands for until it is known who plays it.
 constexpr int InstrumentsOwnPitch = -1;
@@ -285,6 +318,7 @@ private:
     void ParsePieceLine(Words words) {
         if (words[0] != "title") {
             Set(score_, words, ScoreSettings);
+            RefuseHalfSemitones();
             return;
         }
         for (const std::string_view word : words.subspan(1)) {
@@ -316,6 +350,12 @@ private:
         for (std::size_t i = 0; i < values.size(); ++i) {
             const Number<Record>& number = setting->Numbers[i];
             record.*number.Field = InRange(values[i], number.Name, number.Least, number.Most);
+        }
+    }
+
+    void RefuseHalfSemitones() const {
+        if (score_.Transpose != std::floor(score_.Transpose)) {
+            Fail("'transpose' takes whole semitones");
         }
     }
 
@@ -455,8 +495,12 @@ private:
 
     void AddChord(std::string_view word, double start, double length) {
         double level = 0;
-        if (word.ends_with('!') || word.ends_with('?')) {
-            level = word.ends_with('!') ? AccentDecibels : SoftDecibels;
+        if (const std::size_t colon = word.find(':'); colon != std::string_view::npos) {
+            level = InRange(word.substr(colon + 1), "strength", FaintestNote, LoudestNote);
+            word = word.substr(0, colon);
+        }
+        while (word.ends_with('!') || word.ends_with('?')) {
+            level += word.ends_with('!') ? AccentDecibels : SoftDecibels;
             word.remove_suffix(1);
         }
         held_ = 0;
@@ -516,7 +560,7 @@ private:
             note.Instrument = part.Instrument;
             note.Level += level;
             if (note.Pitch != InstrumentsOwnPitch) {
-                note.Pitch += up;
+                note.Pitch += up + static_cast<int>(score_.Transpose);
                 continue;
             }
             if (instrument->FixedPitch < 0) {
