@@ -3,11 +3,15 @@
 #include "music/Loudness.h"
 #include "music/ScoreParser.h"
 #include "tools/Seam.h"
+#include "tools/Spectrum.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <numbers>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +25,11 @@ using Testing::SeamOf;
 const std::string Everything = R"(
 tempo 120
 upbeat 0.0625
+transpose -4
+tune 16
+swing 0.6
+tilt 3
+breath 100
 echo 0.75 0.4 3000
 reverb 1.5 4000
 instrument lead
@@ -28,11 +37,16 @@ instrument lead
   fm 2 1 200
   lowpass 800 3000 150 1
   vibrato 5 10 100
+  glide 30
+  wah 0.5 1
+  tremolo 2 3
+  autopan 1 0.3
   detune 8
   echo 0.3
   reverb 0.3
 instrument pad
-  wave 1 0.5
+  wave saw
+  pulse 0.3 0.5 0.1
   envelope 300 500 0.8 900
   reverb 0.3
 instrument drum
@@ -41,6 +55,7 @@ instrument drum
   highpass 5000
   envelope 1 100 0 50
   spread 0.5
+  shift 5 4
 pattern tune
   A4 - E5! D5 | C5? . . A4 | - - B4 - | A4 - - -
 pattern chord
@@ -68,6 +83,11 @@ std::size_t FirstSound(const Sound& sound) {
     return static_cast<std::size_t>(first - sound.Left.begin());
 }
 
+/// When the rendered score begins to sound, in seconds.
+double Onset(const Score& score) {
+    return static_cast<double>(FirstSound(Render(score).Mix)) / SampleRate;
+}
+
 float LoudestIn(const Sound& sound, double fromSecond, double toSecond) {
     float loudest = 0;
     for (auto i = static_cast<std::size_t>(fromSecond * SampleRate);
@@ -76,6 +96,24 @@ float LoudestIn(const Sound& sound, double fromSecond, double toSecond) {
     }
     return loudest;
 }
+
+/// The samples of the left channel from a time on, for a time.
+std::span<const float> Part(const Sound& sound, double fromSecond, double seconds) {
+    return std::span(sound.Left)
+        .subspan(static_cast<std::size_t>(fromSecond * SampleRate),
+                 static_cast<std::size_t>(seconds * SampleRate));
+}
+
+/// The power of one channel in a part of it.
+double Power(std::span<const float> samples) {
+    double sum = 0;
+    for (const float sample : samples) {
+        sum += static_cast<double>(sample) * static_cast<double>(sample);
+    }
+    return sum / static_cast<double>(samples.size());
+}
+
+double Decibels(double amplitudes) { return 20 * std::log10(amplitudes); }
 
 TEST(Renderer, GivesTheSameSamplesEachTime) {
     const Score score = ParseScore(Everything, "test");
@@ -166,6 +204,156 @@ TEST(Renderer, LeavesOutHarmonicsThatTheRateCannotHold) {
         squares += change * change;
     }
     EXPECT_LT(squares / (SampleRate / 2.0), 1e-6) << "it repeats with the note and nothing else";
+}
+
+TEST(Renderer, TunesByCents) {
+    Score tuned = OneVoice("", "A4 C5", 1);
+    tuned.TuneCents = 100;
+    EXPECT_EQ(Render(tuned).Mix.Left, Render(OneVoice("", "Bb4 C#5", 1)).Mix.Left);
+}
+
+TEST(Renderer, SwingsTheSecondHalfOfEachPair) {
+    // Pairs of eighths at 120 quarters a minute: half a second each.
+    Score score = OneVoice("envelope 1 30 0 10", ". A4 . . . . . .", 1);
+    score.SwingQuarters = 1;
+    EXPECT_NEAR(Onset(score), 0.25, 0.001);
+    score.SwingPart = 0.7;
+    EXPECT_NEAR(Onset(score), 0.35, 0.001);
+    Score onTheBeat = OneVoice("envelope 1 30 0 10", ". . A4 . . . . .", 1);
+    onTheBeat.SwingQuarters = 1;
+    onTheBeat.SwingPart = 0.7;
+    EXPECT_NEAR(Onset(onTheBeat), 0.5, 0.001);
+}
+
+TEST(Renderer, ShiftsAnInstrumentInTime) {
+    const auto onset = [](const std::string& shift) {
+        return Onset(OneVoice("envelope 1 30 0 10\n" + shift, ". A4 . .", 1));
+    };
+    EXPECT_DOUBLE_EQ(onset("shift 20"), onset("") + 0.02);
+    EXPECT_DOUBLE_EQ(onset("shift -20"), onset("") - 0.02);
+    // Before the first bar lies the end of the loop.
+    const Sound early = Render(OneVoice("envelope 1 30 0 10\nshift -20", "A4 . . .", 1)).Mix;
+    EXPECT_GT(LoudestIn(early, 1.975, 2), 0.01F);
+}
+
+TEST(Renderer, LoosensTheNotesOfAnInstrument) {
+    const auto onsets = [] {
+        const Score score = OneVoice("envelope 1 20 0 5\nshift 10 8", "A4 A4 A4 A4", 2);
+        const Sound sound = Render(score).Mix;
+        std::vector<double> late;
+        for (int beat = 0; beat < 8; ++beat) {
+            Sound rest;
+            const std::span<const float> part = Part(sound, beat * 0.5, 0.4);
+            rest.Left.assign(part.begin(), part.end());
+            late.push_back(static_cast<double>(FirstSound(rest)) * 1000 / SampleRate);
+        }
+        return late;
+    };
+    const std::vector<double> late = onsets();
+    for (const double ms : late) {
+        EXPECT_GE(ms, 2);
+        EXPECT_LE(ms, 18.1);
+    }
+    EXPECT_GT(*std::max_element(late.begin(), late.end()) -
+                  *std::min_element(late.begin(), late.end()),
+              4)
+        << "not all are late by the same";
+    EXPECT_EQ(late, onsets());
+}
+
+TEST(Renderer, SubtractsAWaveFromItselfForAPulse) {
+    const auto harmonic = [](const std::string& pulse, int number) {
+        const Score score = OneVoice("wave saw\n" + pulse + "\nenvelope 1 100 1 10", "A3", 1);
+        return Testing::AmplitudeAt(Part(Render(score).Mix, 0.5, 1), 220.0 * number);
+    };
+    EXPECT_LT(harmonic("pulse 0.5", 2), harmonic("pulse 0.5", 1) / 1000) << "a square";
+    EXPECT_NEAR(harmonic("pulse 0.5", 3), harmonic("pulse 0.5", 1) / 3, 0.001);
+    EXPECT_LT(harmonic("pulse 0.25", 4), harmonic("pulse 0.25", 1) / 1000);
+    // The amplitudes of a pulse are those of the saw times the sine of its width.
+    const double sines = std::sin(0.25 * 2 * std::numbers::pi) / std::sin(0.25 * std::numbers::pi);
+    EXPECT_NEAR(harmonic("pulse 0.25", 2), harmonic("pulse 0.25", 1) / 2 * sines, 0.001);
+}
+
+TEST(Renderer, KeepsThePowerOfAPulse) {
+    const std::string held = "\nenvelope 1 100 1 10";
+    const double saw = Render(OneVoice("wave saw" + held, "A3", 1)).Gain;
+    for (const std::string width : {"0.1", "0.3", "0.5", "0.9"}) {
+        const double pulse = Render(OneVoice("wave saw\npulse " + width + held, "A3", 1)).Gain;
+        // The treble counts more in the loudness, and a pulse has more of it.
+        EXPECT_NEAR(Decibels(pulse / saw), 0, 2.5) << width;
+    }
+}
+
+TEST(Renderer, MovesTheWidthOfAPulse) {
+    const Score score = OneVoice("wave saw\npulse 0.5 1 0.25\nenvelope 1 100 1 10", "A3", 1);
+    const Sound sound = Render(score).Mix;
+    const auto second = [&](double from) {
+        return Testing::AmplitudeAt(Part(sound, from, 0.1), 440) /
+               Testing::AmplitudeAt(Part(sound, from, 0.1), 220);
+    };
+    EXPECT_GT(second(0.45), 0.5) << "a quarter of the bar: three quarters wide";
+    EXPECT_LT(second(0.95), 0.15) << "half of it: a square again";
+    EXPECT_GT(second(1.45), 0.5);
+}
+
+TEST(Renderer, GlidesFromTheNoteThatLeadsToTheNext) {
+    const auto tones = [](const std::string& pattern) {
+        const Sound sound = Render(OneVoice("envelope 1 100 1 10\nglide 400", pattern, 1)).Mix;
+        const std::span<const float> start = Part(sound, 1, 0.06);
+        const std::span<const float> end = Part(sound, 1.6, 0.3);
+        EXPECT_GT(Testing::AmplitudeAt(end, 880), 10 * Testing::AmplitudeAt(end, 440));
+        return Testing::AmplitudeAt(start, 880) / Testing::AmplitudeAt(start, 460);
+    };
+    EXPECT_LT(tones("A4 A5"), 0.2) << "from below";
+    EXPECT_GT(tones("A4 . A5 -"), 5) << "after a rest at once";
+}
+
+TEST(Renderer, MovesTheCutoff) {
+    const Sound sound = Render(OneVoice("wave saw\nlowpass 1000\nwah 1 2\n"
+                                        "envelope 1 100 1 10",
+                                        "A3", 1))
+                            .Mix;
+    const auto treble = [&](double from) {
+        return Testing::AmplitudeAt(Part(sound, from, 0.1), 2200);
+    };
+    EXPECT_GT(treble(0.45), 20 * treble(1.45)) << "open at a quarter of the bar";
+}
+
+TEST(Renderer, MovesTheLevel) {
+    const Sound sound = Render(OneVoice("tremolo 1 6\nenvelope 1 100 1 10", "A4", 1)).Mix;
+    EXPECT_NEAR(10 * std::log10(Power(Part(sound, 0.475, 0.05)) / Power(Part(sound, 1.475, 0.05))),
+                12, 0.2);
+}
+
+TEST(Renderer, MovesThePlace) {
+    const Sound sound = Render(OneVoice("autopan 1 1\nenvelope 1 100 1 10", "A4", 1)).Mix;
+    EXPECT_LT(LoudestIn(sound, 0.49, 0.51), 0.01F) << "at the right";
+    EXPECT_GT(LoudestIn(sound, 1.49, 1.51), 0.1F) << "at the left";
+}
+
+TEST(Renderer, TiltsTheWhole) {
+    const auto slope = [](double tilt) {
+        Score score = OneVoice("envelope 1 100 1 10", "A1+A8", 1);
+        score.TiltDecibels = tilt;
+        const Sound sound = Render(score).Mix;
+        return Decibels(Testing::AmplitudeAt(Part(sound, 0.5, 1), 7040) /
+                        Testing::AmplitudeAt(Part(sound, 0.5, 1), 55));
+    };
+    EXPECT_NEAR(slope(0), 0, 0.1);
+    // The slope is gentle: three octaves from its middle a little is missing.
+    EXPECT_NEAR(slope(12), 11.5, 0.5);
+    EXPECT_NEAR(slope(-6), -5.5, 0.5);
+}
+
+TEST(Renderer, BreathesAtTheSeam) {
+    Score score = OneVoice("envelope 1 100 1 500", "A4", 1);
+    const Sound held = Render(score).Mix;
+    EXPECT_GT(LoudestIn(held, 1.99, 2), 0.05F);
+    score.BreathMs = 200;
+    const Sound sound = Render(score).Mix;
+    EXPECT_EQ(LoudestIn(sound, 0, 0.05), 0.0F);
+    EXPECT_LT(LoudestIn(sound, 1.99, 2), 0.003F);
+    EXPECT_NEAR(LoudestIn(sound, 1.7, 1.8), LoudestIn(sound, 1, 1.1), 0.001) << "not too soon";
 }
 
 } // namespace

@@ -29,6 +29,7 @@ TEST(ScoreParser, ReadsWhatBelongsToThePiece) {
     const Score score = ParseScore("title A  Small Piece ; and a comment\n"
                                    "tempo 90\nbeats 3\nupbeat 0.125\nloudness -20\n"
                                    "echo 1.5 0.2 2000\nreverb 2 4000\n"
+                                   "transpose -4\ntune 16\nswing 0.6 1\ntilt 3 900\nbreath 250\n"
                                    "instrument a\npattern p\nA4\nsection s 2\na p\nsong s s\n",
                                    "test");
     EXPECT_EQ(score.Title, "A Small Piece");
@@ -41,6 +42,13 @@ TEST(ScoreParser, ReadsWhatBelongsToThePiece) {
     EXPECT_EQ(score.EchoCutoff, 2000);
     EXPECT_EQ(score.ReverbSeconds, 2);
     EXPECT_EQ(score.ReverbCutoff, 4000);
+    EXPECT_EQ(score.Transpose, -4);
+    EXPECT_EQ(score.TuneCents, 16);
+    EXPECT_EQ(score.SwingPart, 0.6);
+    EXPECT_EQ(score.SwingQuarters, 1);
+    EXPECT_EQ(score.TiltDecibels, 3);
+    EXPECT_EQ(score.TiltHertz, 900);
+    EXPECT_EQ(score.BreathMs, 250);
     EXPECT_EQ(score.Bars, 4);
     ASSERT_EQ(score.Sections.size(), 2U);
     EXPECT_EQ(score.Sections[1].Name, "s");
@@ -53,6 +61,8 @@ TEST(ScoreParser, ReadsInstruments) {
                                    " sweep 12 50\n vibrato 5 10 200\n detune 7\n gate 0.5\n"
                                    " lowpass 500 900 100 2\n level -6\n pan -0.5\n spread 0.2\n"
                                    " echo 0.1\n reverb 0.4\n pitch F#2\n"
+                                   " glide 40\n pulse 0.3 0.5 0.1\n shift -5 3\n"
+                                   " wah 0.25 1.5\n tremolo 4 6\n autopan 2 0.7\n"
                                    "instrument b\n wave noise\n highpass 3000\n"
                                    "pattern p\nA4\nsection s 1\na p\nsong s\n",
                                    "test");
@@ -85,6 +95,18 @@ TEST(ScoreParser, ReadsInstruments) {
     EXPECT_EQ(a.Echo, 0.1);
     EXPECT_EQ(a.Reverb, 0.4);
     EXPECT_EQ(a.FixedPitch, 42);
+    EXPECT_EQ(a.GlideMs, 40);
+    EXPECT_EQ(a.PulseWidth, 0.3);
+    EXPECT_EQ(a.PulseCycles, 0.5);
+    EXPECT_EQ(a.PulseDepth, 0.1);
+    EXPECT_EQ(a.ShiftMs, -5);
+    EXPECT_EQ(a.LooseMs, 3);
+    EXPECT_EQ(a.WahCycles, 0.25);
+    EXPECT_EQ(a.WahOctaves, 1.5);
+    EXPECT_EQ(a.TremoloCycles, 4);
+    EXPECT_EQ(a.TremoloDecibels, 6);
+    EXPECT_EQ(a.AutopanCycles, 2);
+    EXPECT_EQ(a.AutopanWidth, 0.7);
     EXPECT_TRUE(score.Instruments[1].Partials.empty());
     EXPECT_EQ(score.Instruments[1].Filter, FilterKind::Highpass);
 }
@@ -132,6 +154,23 @@ TEST(ScoreParser, MovesPartsInPitchAndLevel) {
     EXPECT_EQ(score.Notes[1].Level, -4);
 }
 
+TEST(ScoreParser, KnowsStrengthsBetweenLoudAndSoft) {
+    const Score score = WithPattern("A4:-2.5 A4!! A4!? A3+C4:4 A4?:-1");
+    std::vector<double> levels;
+    for (const Note& note : score.Notes) {
+        levels.push_back(note.Level);
+    }
+    EXPECT_EQ(levels, (std::vector<double>{-2.5, 6, -2, 4, 4, -6}));
+}
+
+TEST(ScoreParser, TransposesWhatIsWrittenAsNotes) {
+    const Score score = ParseScore("transpose -4\ninstrument a\npitch C2\npattern p\nA4 x\n"
+                                   "section s 1\na p up 12\nsong s\n",
+                                   "test");
+    EXPECT_EQ(score.Notes.at(0).Pitch, 77);
+    EXPECT_EQ(score.Notes.at(1).Pitch, 36) << "drums stay where they are";
+}
+
 TEST(ScoreParser, LetsPartsRest) {
     const Score score = ParseScore("instrument a\npattern p\nA4\npattern q\nB4\nsection s 4\n"
                                    "a ~2 p q\nsong s\n",
@@ -174,6 +213,11 @@ TEST(ScoreParser, TellsWhereAndWhatIsWrong) {
         {"tempo\n", "1: 'tempo' takes 1: quarters per minute"},
         {"echo 1\n", "1: 'echo' takes 3: quarters, feedback, cutoff"},
         {"colour 1\n", "1: unknown word 'colour'"},
+        {"transpose 0.5\n", "1: 'transpose' takes whole semitones"},
+        {"swing 0.4\n", "1: part 0.4 is not between 0.5 and 0.8"},
+        {"pattern p\n A4:loud\n", "2: 'loud' is not a number"},
+        {"pattern p\n A4:\n", "2: '' is not a number"},
+        {"pattern p\n A4:40\n", "2: strength 40 is not between -40 and 12"},
         {"\n; fine\ninstrument\n", "3: a name is missing"},
         {"instrument a b\n", "1: unexpected 'b'"},
         {"instrument a\ninstrument a\n", "2: 'a' is already there"},
