@@ -189,13 +189,13 @@ TEST(Renderer, PutsVoicesWhereTheyBelong) {
 TEST(Renderer, LeavesOutHarmonicsThatTheRateCannotHold) {
     // Aliases of a saw at 3520 Hz would lie between its harmonics, and below the first as well.
     const Sound sound = Render(OneVoice("wave saw\nenvelope 1 100 1 10", "A7", 1)).Mix;
-    constexpr std::size_t period =
+    constexpr std::size_t Period =
         std::size_t{4} * 441; // of 25 Hz; no harmonic of the note falls below 3520
     double sum = 0;
-    for (std::size_t i = SampleRate / 2; i < SampleRate / 2 + 10 * period; ++i) {
+    for (std::size_t i = SampleRate / 2; i < SampleRate / 2 + 10 * Period; ++i) {
         sum += static_cast<double>(sound.Left[i]);
     }
-    EXPECT_NEAR(sum / static_cast<double>(10 * period), 0, 1e-3);
+    EXPECT_NEAR(sum / static_cast<double>(10 * Period), 0, 1e-3);
     double squares = 0;
     // One period of the note is 12.53 samples; 176 of them are 2205 samples.
     for (std::size_t i = SampleRate / 2; i < SampleRate; ++i) {
@@ -277,10 +277,12 @@ TEST(Renderer, SubtractsAWaveFromItselfForAPulse) {
 TEST(Renderer, KeepsThePowerOfAPulse) {
     const std::string held = "\nenvelope 1 100 1 10";
     const double saw = Render(OneVoice("wave saw" + held, "A3", 1)).Gain;
-    for (const std::string width : {"0.1", "0.3", "0.5", "0.9"}) {
-        const double pulse = Render(OneVoice("wave saw\npulse " + width + held, "A3", 1)).Gain;
+    for (const std::string pulse : {"pulse 0.1", "pulse 0.3", "pulse 0.5", "pulse 0.9"}) {
+        std::string instrument = pulse;
+        instrument += "\nwave saw" + held;
+        const double gain = Render(OneVoice(instrument, "A3", 1)).Gain;
         // The treble counts more in the loudness, and a pulse has more of it.
-        EXPECT_NEAR(Decibels(pulse / saw), 0, 2.5) << width;
+        EXPECT_NEAR(Decibels(gain / saw), 0, 2.5) << pulse;
     }
 }
 

@@ -209,10 +209,9 @@ TEST_P(BoardMusic, IsSmoothAgainstTheEffects) {
 }
 
 TEST(PiecesOfTheBoard, DifferAtOnce) {
-    std::vector<Testing::Spectrum> spectra;
-    for (const Piece& piece : BoardPieces) {
-        spectra.push_back(Testing::SpectrumOf(HeardOf(piece.Name)));
-    }
+    std::vector<Testing::Spectrum> spectra(BoardPieces.size());
+    std::transform(BoardPieces.begin(), BoardPieces.end(), spectra.begin(),
+                   [](const Piece& piece) { return Testing::SpectrumOf(HeardOf(piece.Name)); });
     constexpr double ClearlyDecibels = 4;
     EXPECT_GT(Testing::Distance(spectra[0], spectra[1]), ClearlyDecibels) << "play, infection";
     EXPECT_GT(Testing::Distance(spectra[0], spectra[2]), ClearlyDecibels) << "play, danger";
