@@ -1,6 +1,7 @@
 #include "music/Renderer.h"
 
 #include "music/Loudness.h"
+#include "music/Oscillator.h"
 #include "music/ScoreParser.h"
 #include "tools/Seam.h"
 #include "tools/Spectrum.h"
@@ -204,6 +205,14 @@ TEST(Renderer, LeavesOutHarmonicsThatTheRateCannotHold) {
         squares += change * change;
     }
     EXPECT_LT(squares / (SampleRate / 2.0), 1e-6) << "it repeats with the note and nothing else";
+}
+
+TEST(WaveTable, IsReadAtAnyPhase) {
+    const std::vector<double> sine = {1};
+    const WaveTable table(sine, 100);
+    EXPECT_DOUBLE_EQ(table.At(-0.75), table.At(0.25));
+    EXPECT_DOUBLE_EQ(table.At(7.25), table.At(0.25));
+    EXPECT_NEAR(table.At(-1e-20), table.At(0), 1e-9);
 }
 
 TEST(Renderer, TunesByCents) {

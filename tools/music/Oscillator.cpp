@@ -2,6 +2,7 @@
 
 #include "music/Sound.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -37,7 +38,8 @@ WaveTable::WaveTable(std::span<const double> partials, double hertz) : samples_(
 
 double WaveTable::At(double phase) const {
     const double position = (phase - std::floor(phase)) * static_cast<double>(TableSize);
-    const auto index = static_cast<std::size_t>(position);
+    // Just below a whole period the difference rounds up to one.
+    const std::size_t index = std::min(static_cast<std::size_t>(position), TableSize - 1);
     const double part = position - static_cast<double>(index);
     return samples_[index] + part * (samples_[index + 1] - samples_[index]);
 }

@@ -16,7 +16,7 @@ public:
     /// frequency that the table will be played at.
     WaveTable(std::span<const double> partials, double hertz);
 
-    /// The value at a phase of 0 or more; 1 is a whole period.
+    /// The value at a phase, of which 1 is a whole period.
     double At(double phase) const;
 
 private:
