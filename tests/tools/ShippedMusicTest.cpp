@@ -166,7 +166,7 @@ TEST_P(ShippedMusic, IsSilentWhereASwitchCuts) {
     }
 }
 
-/// How loud the first two seconds of sound are against the whole: a switch lands there.
+/// A switch lands in the first three seconds.
 TEST_P(BoardMusic, BeginsAsLoudAsItGoesOn) {
     constexpr std::size_t Frames = std::size_t{3} * SampleRate;
     Sound beginning = Heard;
