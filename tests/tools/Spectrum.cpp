@@ -16,56 +16,56 @@ double Hann(std::size_t i, std::size_t count) {
     return 0.5 - 0.5 * std::cos(Turn * static_cast<double>(i) / static_cast<double>(count));
 }
 
-/// The discrete Fourier transform of windows of one length, a power of two (Cooley and Tukey,
-/// 1965).
+// The discrete Fourier transform of windows of one length, a power of two (Cooley and Tukey,
+// 1965).
 class FourierTransform {
 public:
-    explicit FourierTransform(std::size_t count) : roots_(count / 2), values_(count) {
-        for (std::size_t i = 0; i < roots_.size(); ++i) {
+    explicit FourierTransform(std::size_t count) : Roots(count / 2), Bins(count) {
+        for (std::size_t i = 0; i < Roots.size(); ++i) {
             const double turns = static_cast<double>(i) / static_cast<double>(count);
-            roots_[i] = std::polar(1.0, -Turn * turns);
+            Roots[i] = std::polar(1.0, -Turn * turns);
         }
     }
 
-    /// What is put in here is overwritten by Run with its transform.
-    std::vector<std::complex<double>>& Values() { return values_; }
+    // What is put in here is overwritten by Run with its transform.
+    std::vector<std::complex<double>>& Values() { return Bins; }
 
     void Run() {
         Shuffle();
-        for (std::size_t half = 1; half < values_.size(); half *= 2) {
-            const std::size_t stride = roots_.size() / half;
-            for (std::size_t start = 0; start < values_.size(); start += 2 * half) {
+        for (std::size_t half = 1; half < Bins.size(); half *= 2) {
+            const std::size_t stride = Roots.size() / half;
+            for (std::size_t start = 0; start < Bins.size(); start += 2 * half) {
                 for (std::size_t i = start; i < start + half; ++i) {
                     const std::complex<double> turned =
-                        roots_[(i - start) * stride] * values_[i + half];
-                    values_[i + half] = values_[i] - turned;
-                    values_[i] += turned;
+                        Roots[(i - start) * stride] * Bins[i + half];
+                    Bins[i + half] = Bins[i] - turned;
+                    Bins[i] += turned;
                 }
             }
         }
     }
 
 private:
-    /// Puts each value where the reversed bits of its place point.
+    // Puts each value where the reversed bits of its place point.
     void Shuffle() {
         std::size_t reversed = 0;
-        for (std::size_t i = 1; i < values_.size(); ++i) {
-            std::size_t bit = values_.size() / 2;
+        for (std::size_t i = 1; i < Bins.size(); ++i) {
+            std::size_t bit = Bins.size() / 2;
             for (; (reversed & bit) != 0; bit /= 2) {
                 reversed ^= bit;
             }
             reversed |= bit;
             if (i < reversed) {
-                std::swap(values_[i], values_[reversed]);
+                std::swap(Bins[i], Bins[reversed]);
             }
         }
     }
 
-    std::vector<std::complex<double>> roots_;
-    std::vector<std::complex<double>> values_;
+    std::vector<std::complex<double>> Roots;
+    std::vector<std::complex<double>> Bins;
 };
 
-/// The levels of the thirds of an octave, in dB, with a mean of 0.
+// The levels of the thirds of an octave, in dB, with a mean of 0.
 std::vector<double> Bands(const Spectrum& spectrum) {
     constexpr double Lowest = 50;
     constexpr int Count = 24;

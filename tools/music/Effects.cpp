@@ -16,19 +16,19 @@ namespace {
 /// A delay of a fixed number of frames.
 class DelayLine {
 public:
-    explicit DelayLine(std::size_t frames) : samples_(std::max<std::size_t>(frames, 1)) {}
+    explicit DelayLine(std::size_t frames) : Samples(std::max<std::size_t>(frames, 1)) {}
 
-    double Out() const { return samples_[position_]; }
+    double Out() const { return Samples[Position]; }
 
     /// Puts a sample in, for the one that Out gave.
     void In(double sample) {
-        samples_[position_] = sample;
-        position_ = position_ + 1 < samples_.size() ? position_ + 1 : 0;
+        Samples[Position] = sample;
+        Position = Position + 1 < Samples.size() ? Position + 1 : 0;
     }
 
 private:
-    std::vector<double> samples_;
-    std::size_t position_ = 0;
+    std::vector<double> Samples;
+    std::size_t Position = 0;
 };
 
 /// One turn around the loop fills the effect with what lies before the seam, the second is kept.
@@ -57,23 +57,23 @@ class Room {
 public:
     Room(double seconds, double cutoff) {
         for (std::size_t i = 0; i < Count; ++i) {
-            lines_.emplace_back(LineFrames[i]);
-            dampers_.emplace_back(cutoff);
+            Lines.emplace_back(LineFrames[i]);
+            Dampers.emplace_back(cutoff);
             const double turns = seconds * SampleRate / static_cast<double>(LineFrames[i]);
-            gains_[i] = FactorFromDecibels(-60 / turns);
+            Gains[i] = FactorFromDecibels(-60 / turns);
         }
     }
 
     Frame operator()(double left, double right) {
         std::array<double, Count> outs{};
         for (std::size_t i = 0; i < Count; ++i) {
-            outs[i] = gains_[i] * dampers_[i].Process(lines_[i].Out());
+            outs[i] = Gains[i] * Dampers[i].Process(Lines[i].Out());
         }
         const double mean = std::reduce(outs.begin(), outs.end()) / (Count / 2.0);
         Frame frame;
         for (std::size_t i = 0; i < Count; ++i) {
             const bool even = i % 2 == 0;
-            lines_[i].In(outs[i] - mean + (even ? left : right));
+            Lines[i].In(outs[i] - mean + (even ? left : right));
             // Signs that differ between neighbours keep the two sides apart.
             const double sign = i / 2 % 2 == 0 ? 1 : -1;
             (even ? frame.Left : frame.Right) += 0.5 * sign * outs[i];
@@ -86,9 +86,9 @@ private:
     // Primes between 27 and 60 ms, so that their repeats seldom meet.
     static constexpr std::array<std::size_t, Count> LineFrames = {1193, 1319, 1481, 1657,
                                                                   1867, 2089, 2351, 2633};
-    std::vector<DelayLine> lines_;
-    std::vector<Damper> dampers_;
-    std::array<double, Count> gains_{};
+    std::vector<DelayLine> Lines;
+    std::vector<Damper> Dampers;
+    std::array<double, Count> Gains{};
 };
 
 } // namespace

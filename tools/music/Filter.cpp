@@ -10,8 +10,8 @@ namespace Wirefall::Music {
 
 void VoiceFilter::Tune(double cutoff, double q) {
     const double g = std::tan(std::numbers::pi * std::min(cutoff / SampleRate, 0.45));
-    k_ = 1 / q;
-    a1_ = 1 / (1 + g * (g + k_));
+    K = 1 / q;
+    a1_ = 1 / (1 + g * (g + K));
     a2_ = g * a1_;
     a3_ = g * a2_;
 }
@@ -29,12 +29,12 @@ double VoiceFilter::Process(FilterKind kind, double sample) {
     case FilterKind::Lowpass:
         return low;
     case FilterKind::Bandpass:
-        return k_ * band;
+        return K * band;
     default:
-        return sample - k_ * band - low;
+        return sample - K * band - low;
     }
 }
 
-Damper::Damper(double cutoff) : part_(1 - std::exp(-2 * std::numbers::pi * cutoff / SampleRate)) {}
+Damper::Damper(double cutoff) : Part(1 - std::exp(-2 * std::numbers::pi * cutoff / SampleRate)) {}
 
 } // namespace Wirefall::Music

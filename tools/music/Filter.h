@@ -17,8 +17,8 @@ public:
     double Process(FilterKind kind, double sample);
 
 private:
-    double k_ = 0, a1_ = 0, a2_ = 0, a3_ = 0; // coefficients
-    double s1_ = 0, s2_ = 0;                  // state
+    double K = 0, a1_ = 0, a2_ = 0, a3_ = 0; // coefficients
+    double s1_ = 0, s2_ = 0;                 // state
 };
 
 /// A lowpass of the first order, for what goes around in echo and reverb.
@@ -27,13 +27,13 @@ public:
     explicit Damper(double cutoff);
 
     double Process(double sample) {
-        state_ += part_ * (sample - state_);
-        return state_;
+        State += Part * (sample - State);
+        return State;
     }
 
 private:
-    double part_;
-    double state_ = 0;
+    double Part;
+    double State = 0;
 };
 
 } // namespace Wirefall::Music

@@ -15,7 +15,7 @@ constexpr double HighestPartial = 0.4 * SampleRate;
 
 } // namespace
 
-WaveTable::WaveTable(std::span<const double> partials, double hertz) : samples_(TableSize + 1) {
+WaveTable::WaveTable(std::span<const double> partials, double hertz) : Samples(TableSize + 1) {
     double power = 0;
     for (std::size_t i = 0; i < partials.size(); ++i) {
         const auto harmonic = static_cast<double>(i + 1);
@@ -25,12 +25,12 @@ WaveTable::WaveTable(std::span<const double> partials, double hertz) : samples_(
         power += partials[i] * partials[i];
         for (std::size_t k = 0; k < TableSize; ++k) {
             const double phase = static_cast<double>(k) / static_cast<double>(TableSize);
-            samples_[k] += partials[i] * std::sin(2 * std::numbers::pi * harmonic * phase);
+            Samples[k] += partials[i] * std::sin(2 * std::numbers::pi * harmonic * phase);
         }
     }
-    samples_[TableSize] = samples_[0];
+    Samples[TableSize] = Samples[0];
     if (power > 0) {
-        for (double& sample : samples_) {
+        for (double& sample : Samples) {
             sample /= std::sqrt(power);
         }
     }
@@ -41,15 +41,15 @@ double WaveTable::At(double phase) const {
     // Just below a whole period the difference rounds up to one.
     const std::size_t index = std::min(static_cast<std::size_t>(position), TableSize - 1);
     const double part = position - static_cast<double>(index);
-    return samples_[index] + part * (samples_[index + 1] - samples_[index]);
+    return Samples[index] + part * (Samples[index + 1] - Samples[index]);
 }
 
 double NoiseSource::Next() {
     // Marsaglia's xorshift, "Xorshift RNGs", 2003.
-    state_ ^= state_ << 13U;
-    state_ ^= state_ >> 17U;
-    state_ ^= state_ << 5U;
-    return static_cast<double>(state_) / 2147483648.0 - 1.0;
+    State ^= State << 13U;
+    State ^= State >> 17U;
+    State ^= State << 5U;
+    return static_cast<double>(State) / 2147483648.0 - 1.0;
 }
 
 } // namespace Wirefall::Music

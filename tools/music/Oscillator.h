@@ -20,18 +20,18 @@ public:
     double At(double phase) const;
 
 private:
-    std::vector<double> samples_; // and the first once more
+    std::vector<double> Samples; // and the first once more
 };
 
 /// White noise from -1 to 1; the same for the same seed.
 class NoiseSource {
 public:
-    explicit NoiseSource(unsigned seed) : state_(seed * 2654435769U | 1U) {}
+    explicit NoiseSource(unsigned seed) : State(seed * 2654435769U | 1U) {}
 
     double Next();
 
 private:
-    unsigned state_;
+    unsigned State;
 };
 
 } // namespace Wirefall::Music

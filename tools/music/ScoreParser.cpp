@@ -264,11 +264,11 @@ auto FindNamed(List& list, std::string_view name) {
 
 class Parser {
 public:
-    explicit Parser(const std::string& file) : file_(file) {}
+    explicit Parser(const std::string& file) : Name(file) {}
 
     Score Parse(std::string_view text) {
         for (const std::string_view line : Split(text, '\n')) {
-            ++line_;
+            ++Line;
             const std::string_view content = line.substr(0, line.find(';'));
             const std::vector<std::string_view> words = SplitWords(content);
             if (!words.empty()) {
@@ -276,14 +276,14 @@ public:
             }
         }
         Arrange();
-        return std::move(score_);
+        return std::move(Result);
     }
 
 private:
     enum class Block : std::uint8_t { Piece, Instrument, Pattern, Section, Song };
 
     [[noreturn]] void Fail(const std::string& what) const {
-        throw ScoreError(file_ + ":" + std::to_string(line_) + ": " + what);
+        throw ScoreError(Name + ":" + std::to_string(Line) + ": " + what);
     }
 
     void ParseLine(Words words) {
@@ -297,7 +297,7 @@ private:
         for (const auto& [word, block, open] : Openers) {
             if (words[0] == word) {
                 CloseBlock();
-                block_ = block;
+                OpenBlock = block;
                 (this->*open)(words.subspan(1));
                 return;
             }
@@ -306,23 +306,23 @@ private:
         constexpr auto Contents = std::to_array<Handler>(
             {&Parser::ParsePieceLine, &Parser::ParseInstrumentLine, &Parser::ParsePatternLine,
              &Parser::ParsePart, &Parser::AddToSong});
-        (this->*Contents[static_cast<std::size_t>(block_)])(words);
+        (this->*Contents[static_cast<std::size_t>(OpenBlock)])(words);
     }
 
     void CloseBlock() {
-        if (block_ == Block::Pattern && pattern_->Bars == 0) {
+        if (OpenBlock == Block::Pattern && Open->Bars == 0) {
             Fail("the pattern in front of this line is empty");
         }
     }
 
     void ParsePieceLine(Words words) {
         if (words[0] != "title") {
-            Set(score_, words, ScoreSettings);
+            Set(Result, words, ScoreSettings);
             RefuseHalfSemitones();
             return;
         }
         for (const std::string_view word : words.subspan(1)) {
-            score_.Title += (score_.Title.empty() ? "" : " ") + std::string(word);
+            Result.Title += (Result.Title.empty() ? "" : " ") + std::string(word);
         }
     }
 
@@ -354,7 +354,7 @@ private:
     }
 
     void RefuseHalfSemitones() const {
-        if (score_.Transpose != std::floor(score_.Transpose)) {
+        if (Result.Transpose != std::floor(Result.Transpose)) {
             Fail("'transpose' takes whole semitones");
         }
     }
@@ -383,7 +383,7 @@ private:
     }
 
     bool HasInstrument(std::string_view name) const {
-        return FindNamed(score_.Instruments, name) != score_.Instruments.end();
+        return FindNamed(Result.Instruments, name) != Result.Instruments.end();
     }
 
     void OpenInstrument(Words words) {
@@ -391,7 +391,7 @@ private:
         instrument.Name = NewName(words, !words.empty() && HasInstrument(words[0]));
         RefuseMore(words, 1);
         instrument.Partials = {1};
-        score_.Instruments.push_back(std::move(instrument));
+        Result.Instruments.push_back(std::move(instrument));
     }
 
     void RefuseMore(Words words, std::size_t expected) const {
@@ -401,7 +401,7 @@ private:
     }
 
     void ParseInstrumentLine(Words words) {
-        Instrument& instrument = score_.Instruments.back();
+        Instrument& instrument = Result.Instruments.back();
         if (words[0] == "wave") {
             instrument.Partials = ReadWave(words.subspan(1));
         } else if (words[0] == "pitch") {
@@ -448,10 +448,10 @@ private:
 
     void OpenPattern(Words words) {
         const std::string name =
-            NewName(words, !words.empty() && patterns_.contains(std::string(words[0])));
+            NewName(words, !words.empty() && Patterns.contains(std::string(words[0])));
         RefuseMore(words, 1);
-        pattern_ = &patterns_[name];
-        held_ = 0;
+        Open = &Patterns[name];
+        Held = 0;
     }
 
     void ParsePatternLine(Words words) {
@@ -476,21 +476,21 @@ private:
         }
         const double length = 1.0 / static_cast<double>(steps.size());
         for (std::size_t i = 0; i < steps.size(); ++i) {
-            const double start = pattern_->Bars + static_cast<double>(i) * length;
+            const double start = Open->Bars + static_cast<double>(i) * length;
             if (steps[i] == "-") {
-                if (held_ == 0) {
+                if (Held == 0) {
                     Fail("there is no note that - could hold");
                 }
-                for (std::size_t k = 1; k <= held_; ++k) {
-                    pattern_->Notes[pattern_->Notes.size() - k].Length += length;
+                for (std::size_t k = 1; k <= Held; ++k) {
+                    Open->Notes[Open->Notes.size() - k].Length += length;
                 }
             } else if (steps[i] == ".") {
-                held_ = 0;
+                Held = 0;
             } else {
                 AddChord(steps[i], start, length);
             }
         }
-        ++pattern_->Bars;
+        ++Open->Bars;
     }
 
     void AddChord(std::string_view word, double start, double length) {
@@ -503,36 +503,36 @@ private:
             level += word.ends_with('!') ? AccentDecibels : SoftDecibels;
             word.remove_suffix(1);
         }
-        held_ = 0;
+        Held = 0;
         for (const std::string_view name : Split(word, '+')) {
             const int pitch = name == "x" ? InstrumentsOwnPitch : PitchOf(name);
-            pattern_->Notes.push_back(
+            Open->Notes.push_back(
                 {.Start = start, .Length = length, .Pitch = pitch, .Level = level});
-            ++held_;
+            ++Held;
         }
     }
 
     void OpenSection(Words words) {
         Section section;
         section.Name =
-            NewName(words, !words.empty() && FindNamed(sections_, words[0]) != sections_.end());
+            NewName(words, !words.empty() && FindNamed(Sections, words[0]) != Sections.end());
         const std::optional<int> bars = words.size() == 2 ? ReadBars(words[1]) : std::nullopt;
         if (!bars) {
             Fail("'section' takes a name and a number of bars");
         }
         section.Bars = *bars;
-        sections_.push_back(std::move(section));
+        Sections.push_back(std::move(section));
     }
 
     /// INSTRUMENT PATTERN... [level DB] [up SEMITONES]
     void ParsePart(Words words) {
-        const auto instrument = FindNamed(score_.Instruments, words[0]);
-        if (instrument == score_.Instruments.end()) {
+        const auto instrument = FindNamed(Result.Instruments, words[0]);
+        if (instrument == Result.Instruments.end()) {
             Fail("unknown instrument " + Quoted(words[0]));
         }
-        Section& section = sections_.back();
+        Section& section = Sections.back();
         Part part;
-        part.Instrument = static_cast<std::size_t>(instrument - score_.Instruments.begin());
+        part.Instrument = static_cast<std::size_t>(instrument - Result.Instruments.begin());
         std::size_t i = 1;
         for (; i < words.size() && words[i] != "level" && words[i] != "up"; ++i) {
             AddPattern(words[i], part);
@@ -560,7 +560,7 @@ private:
             note.Instrument = part.Instrument;
             note.Level += level;
             if (note.Pitch != InstrumentsOwnPitch) {
-                note.Pitch += up + static_cast<int>(score_.Transpose);
+                note.Pitch += up + static_cast<int>(Result.Transpose);
                 continue;
             }
             if (instrument->FixedPitch < 0) {
@@ -580,8 +580,8 @@ private:
             part.Bars += *bars;
             return;
         }
-        const auto found = patterns_.find(word);
-        if (found == patterns_.end()) {
+        const auto found = Patterns.find(word);
+        if (found == Patterns.end()) {
             Fail("unknown pattern " + Quoted(word));
         }
         for (Note note : found->second.Notes) {
@@ -593,48 +593,48 @@ private:
 
     void AddToSong(Words words) {
         for (const std::string_view name : words) {
-            const auto section = FindNamed(sections_, name);
-            if (section == sections_.end()) {
+            const auto section = FindNamed(Sections, name);
+            if (section == Sections.end()) {
                 Fail("unknown section " + Quoted(name));
             }
-            song_.push_back(static_cast<std::size_t>(section - sections_.begin()));
+            Song.push_back(static_cast<std::size_t>(section - Sections.begin()));
         }
     }
 
     /// Lays the sections of the song one behind the other.
     void Arrange() {
         CloseBlock();
-        if (song_.empty()) {
+        if (Song.empty()) {
             Fail("there is no song");
         }
-        for (const std::size_t index : song_) {
-            const Section& section = sections_[index];
-            score_.Sections.push_back({.Name = section.Name, .Bar = score_.Bars});
+        for (const std::size_t index : Song) {
+            const Section& section = Sections[index];
+            Result.Sections.push_back({.Name = section.Name, .Bar = Result.Bars});
             for (const Part& part : section.Parts) {
                 for (int bar = 0; bar < section.Bars; bar += part.Bars) {
                     for (Note note : part.Notes) {
-                        note.Start += score_.Bars + bar;
-                        score_.Notes.push_back(note);
+                        note.Start += Result.Bars + bar;
+                        Result.Notes.push_back(note);
                     }
                 }
             }
-            score_.Bars += section.Bars;
+            Result.Bars += section.Bars;
         }
         std::stable_sort(
-            score_.Notes.begin(), score_.Notes.end(), [](const Note& a, const Note& b) {
+            Result.Notes.begin(), Result.Notes.end(), [](const Note& a, const Note& b) {
                 return std::tie(a.Instrument, a.Start) < std::tie(b.Instrument, b.Start);
             });
     }
 
-    const std::string& file_;
-    int line_ = 0;
-    Score score_;
-    Block block_ = Block::Piece;
-    std::map<std::string, Pattern, std::less<>> patterns_;
-    Pattern* pattern_ = nullptr; // the one that lines are added to
-    std::size_t held_ = 0;       // how many of its last notes - would hold
-    std::vector<Section> sections_;
-    std::vector<std::size_t> song_;
+    const std::string& Name;
+    int Line = 0;
+    Score Result;
+    Block OpenBlock = Block::Piece;
+    std::map<std::string, Pattern, std::less<>> Patterns;
+    Pattern* Open = nullptr; // the one that lines are added to
+    std::size_t Held = 0;    // how many of its last notes - would hold
+    std::vector<Section> Sections;
+    std::vector<std::size_t> Song;
 };
 
 } // namespace

@@ -31,83 +31,83 @@ void Finish(std::ofstream& file, const std::string& path) {
 /// The encoder's four records, and the stream that its packets go into.
 class OggEncoder {
 public:
-    OggEncoder(const std::string& path, const std::string& title) : file_(path, std::ios::binary) {
-        vorbis_info_init(&info_);
-        vorbis_comment_init(&comment_);
-        if (vorbis_encode_init_vbr(&info_, Channels, SampleRate, Quality) != 0) {
+    OggEncoder(const std::string& path, const std::string& title) : Output(path, std::ios::binary) {
+        vorbis_info_init(&Info);
+        vorbis_comment_init(&Comment);
+        if (vorbis_encode_init_vbr(&Info, Channels, SampleRate, Quality) != 0) {
             throw std::runtime_error("libvorbis cannot encode at this rate and quality");
         }
-        vorbis_comment_add_tag(&comment_, "TITLE", title.c_str());
-        vorbis_comment_add_tag(&comment_, "ALBUM", "Wirefall");
-        vorbis_analysis_init(&state_, &info_);
-        vorbis_block_init(&state_, &block_);
-        ogg_stream_init(&stream_, StreamSerial);
+        vorbis_comment_add_tag(&Comment, "TITLE", title.c_str());
+        vorbis_comment_add_tag(&Comment, "ALBUM", "Wirefall");
+        vorbis_analysis_init(&State, &Info);
+        vorbis_block_init(&State, &OpenBlock);
+        ogg_stream_init(&Stream, StreamSerial);
     }
     OggEncoder(const OggEncoder&) = delete;
     OggEncoder& operator=(const OggEncoder&) = delete;
     ~OggEncoder() {
-        ogg_stream_clear(&stream_);
-        vorbis_block_clear(&block_);
-        vorbis_dsp_clear(&state_);
-        vorbis_comment_clear(&comment_);
-        vorbis_info_clear(&info_);
+        ogg_stream_clear(&Stream);
+        vorbis_block_clear(&OpenBlock);
+        vorbis_dsp_clear(&State);
+        vorbis_comment_clear(&Comment);
+        vorbis_info_clear(&Info);
     }
 
     void WriteHeaders() {
         ogg_packet identification;
         ogg_packet comments;
         ogg_packet codebooks;
-        vorbis_analysis_headerout(&state_, &comment_, &identification, &comments, &codebooks);
+        vorbis_analysis_headerout(&State, &Comment, &identification, &comments, &codebooks);
         for (ogg_packet* packet : {&identification, &comments, &codebooks}) {
-            ogg_stream_packetin(&stream_, packet);
+            ogg_stream_packetin(&Stream, packet);
         }
         // Sound starts on a page of its own.
         ogg_page page;
-        while (ogg_stream_flush(&stream_, &page) != 0) {
+        while (ogg_stream_flush(&Stream, &page) != 0) {
             WritePage(page);
         }
     }
 
     /// Gives frames to the encoder. The file ends where `length` frames are in it.
     void WriteFrames(const float* left, const float* right, std::size_t count, std::size_t length) {
-        float** buffer = vorbis_analysis_buffer(&state_, static_cast<int>(count));
+        float** buffer = vorbis_analysis_buffer(&State, static_cast<int>(count));
         std::copy_n(left, count, buffer[0]);
         std::copy_n(right, count, buffer[1]);
-        vorbis_analysis_wrote(&state_, static_cast<int>(count));
+        vorbis_analysis_wrote(&State, static_cast<int>(count));
         ogg_packet packet;
-        while (!ended_ && NextPacket(packet)) {
+        while (!Finished && NextPacket(packet)) {
             if (packet.granulepos >= static_cast<ogg_int64_t>(length)) {
                 packet.granulepos = static_cast<ogg_int64_t>(length);
                 packet.e_o_s = 1;
-                ended_ = true;
+                Finished = true;
             }
-            ogg_stream_packetin(&stream_, &packet);
+            ogg_stream_packetin(&Stream, &packet);
             ogg_page page;
-            while (ogg_stream_pageout(&stream_, &page) != 0) {
+            while (ogg_stream_pageout(&Stream, &page) != 0) {
                 WritePage(page);
             }
         }
     }
 
-    bool Ended() const { return ended_; }
+    bool Ended() const { return Finished; }
 
-    std::ofstream& File() { return file_; }
+    std::ofstream& File() { return Output; }
 
 private:
     bool NextPacket(ogg_packet& packet) {
-        while (vorbis_bitrate_flushpacket(&state_, &packet) == 0) {
-            if (vorbis_analysis_blockout(&state_, &block_) != 1) {
+        while (vorbis_bitrate_flushpacket(&State, &packet) == 0) {
+            if (vorbis_analysis_blockout(&State, &OpenBlock) != 1) {
                 return false;
             }
-            vorbis_analysis(&block_, nullptr);
-            vorbis_bitrate_addblock(&block_);
+            vorbis_analysis(&OpenBlock, nullptr);
+            vorbis_bitrate_addblock(&OpenBlock);
         }
         return true;
     }
 
     void WriteBytes(const unsigned char* bytes, long count) {
         for (long i = 0; i < count; ++i) {
-            file_.put(static_cast<char>(bytes[i]));
+            Output.put(static_cast<char>(bytes[i]));
         }
     }
 
@@ -116,13 +116,13 @@ private:
         WriteBytes(page.body, page.body_len);
     }
 
-    std::ofstream file_;
-    vorbis_info info_{};
-    vorbis_comment comment_{};
-    vorbis_dsp_state state_{};
-    vorbis_block block_{};
-    ogg_stream_state stream_{};
-    bool ended_ = false;
+    std::ofstream Output;
+    vorbis_info Info{};
+    vorbis_comment Comment{};
+    vorbis_dsp_state State{};
+    vorbis_block OpenBlock{};
+    ogg_stream_state Stream{};
+    bool Finished = false;
 };
 
 void PutLittleEndian(std::ofstream& file, std::uint32_t value, int bytes) {

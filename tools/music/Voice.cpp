@@ -32,36 +32,36 @@ double PulseGain(const Instrument& instrument) {
 } // namespace
 
 Fall::Fall(double ms)
-    : factor_(ms > 0 ? std::pow(10.0, -3000 / (ms * SampleRate)) : 0), value_(ms > 0 ? 1 : 0) {}
+    : Factor(ms > 0 ? std::pow(10.0, -3000 / (ms * SampleRate)) : 0), Current(ms > 0 ? 1 : 0) {}
 
 void Fall::Step() {
     // Slow denormals begin far below what can be heard.
     constexpr double Nothing = 1e-12;
-    value_ = value_ < Nothing ? 0 : value_ * factor_;
+    Current = Current < Nothing ? 0 : Current * Factor;
 }
 
 Envelope::Envelope(const Instrument& instrument, std::size_t heldFrames)
-    : heldFrames_(heldFrames),
-      attackFrames_(instrument.Attack * SampleRate / 1000),
-      sustain_(instrument.Sustain),
-      decay_(instrument.Decay),
-      release_(instrument.Release) {}
+    : HeldFrames(heldFrames),
+      AttackFrames(instrument.Attack * SampleRate / 1000),
+      Sustain(instrument.Sustain),
+      Decay(instrument.Decay),
+      Release(instrument.Release) {}
 
 double Envelope::Next() {
-    const bool held = frame_ < heldFrames_;
+    const bool held = Frame < HeldFrames;
     if (held) {
-        const auto frame = static_cast<double>(frame_);
-        if (frame < attackFrames_) {
-            level_ = frame / attackFrames_;
+        const auto frame = static_cast<double>(Frame);
+        if (frame < AttackFrames) {
+            Level = frame / AttackFrames;
         } else {
-            level_ = sustain_ + (1 - sustain_) * decay_.Value();
-            decay_.Step();
+            Level = Sustain + (1 - Sustain) * Decay.Value();
+            Decay.Step();
         }
     } else {
-        release_.Step();
+        Release.Step();
     }
-    ++frame_;
-    return held ? level_ : level_ * release_.Value();
+    ++Frame;
+    return held ? Level : Level * Release.Value();
 }
 
 double Cycle(double cycles, double bars) { return std::sin(Turn * cycles * bars); }
@@ -69,62 +69,61 @@ double Cycle(double cycles, double bars) { return std::sin(Turn * cycles * bars)
 double Hertz(double pitch) { return 440 * std::exp2((pitch - 69) / 12); }
 
 Voice::Voice(const Instrument& instrument, const WaveTable& table, const VoiceNote& note)
-    : instrument_(instrument),
-      table_(table),
-      note_(note),
-      pulseGain_(instrument.PulseWidth > 0 ? PulseGain(instrument) : 1),
-      noise_(note.Seed),
-      envelope_(instrument, note.HeldFrames),
-      fm_(instrument.FmFall),
-      sweep_(instrument.SweepFall),
-      cutoff_(instrument.FilterFall) {}
+    : Played(instrument),
+      Table(table),
+      Note(note),
+      WaveGain(instrument.PulseWidth > 0 ? PulseGain(instrument) : 1),
+      Noise(note.Seed),
+      Strength(instrument, note.HeldFrames),
+      Fm(instrument.FmFall),
+      Sweep(instrument.SweepFall),
+      Cutoff(instrument.FilterFall) {}
 
 double Voice::Next() {
-    if (frame_ % FramesPerTuning == 0) {
+    if (Frame % FramesPerTuning == 0) {
         Tune();
     }
-    ++frame_;
-    sweep_.Step();
-    cutoff_.Step();
-    const double raw = instrument_.Partials.empty() ? noise_.Next() : Oscillate();
-    return filter_.Process(instrument_.Filter, raw) * envelope_.Next();
+    ++Frame;
+    Sweep.Step();
+    Cutoff.Step();
+    const double raw = Played.Partials.empty() ? Noise.Next() : Oscillate();
+    return Filter.Process(Played.Filter, raw) * Strength.Next();
 }
 
 void Voice::Tune() {
-    const double ms = frame_ * 1000.0 / SampleRate;
-    const double bars = note_.StartBar + frame_ * note_.BarsPerFrame;
-    double pitch = note_.Pitch + instrument_.SweepSemitones * sweep_.Value();
-    if (ms < instrument_.GlideMs) {
-        pitch += (note_.From - note_.Pitch) * (1 - ms / instrument_.GlideMs);
+    const double ms = Frame * 1000.0 / SampleRate;
+    const double bars = Note.StartBar + Frame * Note.BarsPerFrame;
+    double pitch = Note.Pitch + Played.SweepSemitones * Sweep.Value();
+    if (ms < Played.GlideMs) {
+        pitch += (Note.From - Note.Pitch) * (1 - ms / Played.GlideMs);
     }
-    if (ms > instrument_.VibratoDelay) {
-        const double seconds = (ms - instrument_.VibratoDelay) / 1000;
-        pitch += instrument_.VibratoCents / 100 * std::sin(Turn * instrument_.VibratoHz * seconds);
+    if (ms > Played.VibratoDelay) {
+        const double seconds = (ms - Played.VibratoDelay) / 1000;
+        pitch += Played.VibratoCents / 100 * std::sin(Turn * Played.VibratoHz * seconds);
     }
-    step_ = Hertz(pitch) / SampleRate;
-    pulseWidth_ =
-        instrument_.PulseWidth + instrument_.PulseDepth * Cycle(instrument_.PulseCycles, bars);
-    if (instrument_.Filter != FilterKind::None) {
-        const double above = instrument_.FilterOpen - instrument_.FilterRest;
-        const double cutoff = instrument_.FilterRest + above * cutoff_.Value();
-        const double octaves = instrument_.WahOctaves * Cycle(instrument_.WahCycles, bars);
-        filter_.Tune(cutoff * std::exp2(octaves), instrument_.FilterQ);
+    Step = Hertz(pitch) / SampleRate;
+    PulseWidth = Played.PulseWidth + Played.PulseDepth * Cycle(Played.PulseCycles, bars);
+    if (Played.Filter != FilterKind::None) {
+        const double above = Played.FilterOpen - Played.FilterRest;
+        const double cutoff = Played.FilterRest + above * Cutoff.Value();
+        const double octaves = Played.WahOctaves * Cycle(Played.WahCycles, bars);
+        Filter.Tune(cutoff * std::exp2(octaves), Played.FilterQ);
     }
 }
 
 double Voice::Oscillate() {
-    double phase = phase_;
-    if (instrument_.FmIndex > 0) {
-        const double depth = instrument_.FmIndex / Turn * fm_.Value();
-        phase += depth * std::sin(Turn * instrument_.FmRatio * phase_);
-        fm_.Step();
+    double phase = Phase;
+    if (Played.FmIndex > 0) {
+        const double depth = Played.FmIndex / Turn * Fm.Value();
+        phase += depth * std::sin(Turn * Played.FmRatio * Phase);
+        Fm.Step();
     }
-    phase_ += step_;
-    const double wave = table_.At(phase);
-    if (instrument_.PulseWidth == 0) {
+    Phase += Step;
+    const double wave = Table.At(phase);
+    if (Played.PulseWidth == 0) {
         return wave;
     }
-    return pulseGain_ * (wave - table_.At(phase + pulseWidth_));
+    return WaveGain * (wave - Table.At(phase + PulseWidth));
 }
 
 } // namespace Wirefall::Music

@@ -15,12 +15,12 @@ class Fall {
 public:
     explicit Fall(double ms);
 
-    double Value() const { return value_; }
+    double Value() const { return Current; }
     void Step();
 
 private:
-    double factor_;
-    double value_;
+    double Factor;
+    double Current;
 };
 
 /// How loud a note is from frame to frame.
@@ -31,13 +31,13 @@ public:
     double Next();
 
 private:
-    std::size_t heldFrames_;
-    double attackFrames_;
-    double sustain_;
-    Fall decay_;
-    Fall release_;
-    std::size_t frame_ = 0;
-    double level_ = 0; // without the release
+    std::size_t HeldFrames;
+    double AttackFrames;
+    double Sustain;
+    Fall Decay;
+    Fall Release;
+    std::size_t Frame = 0;
+    double Level = 0; // without the release
 };
 
 /// Which note a voice plays, and when. Pitches are MIDI numbers with fractions.
@@ -67,20 +67,20 @@ private:
     void Tune();
     double Oscillate();
 
-    const Instrument& instrument_;
-    const WaveTable& table_;
-    VoiceNote note_;
-    double pulseGain_; // brings a pulse back to the power of its wave
-    NoiseSource noise_;
-    VoiceFilter filter_;
-    Envelope envelope_;
-    Fall fm_;
-    Fall sweep_;
-    Fall cutoff_;
-    int frame_ = 0;
-    double phase_ = 0;
-    double step_ = 0;
-    double pulseWidth_ = 0;
+    const Instrument& Played;
+    const WaveTable& Table;
+    VoiceNote Note;
+    double WaveGain; // brings a pulse back to the power of its wave
+    NoiseSource Noise;
+    VoiceFilter Filter;
+    Envelope Strength;
+    Fall Fm;
+    Fall Sweep;
+    Fall Cutoff;
+    int Frame = 0;
+    double Phase = 0;
+    double Step = 0;
+    double PulseWidth = 0;
 };
 
 } // namespace Wirefall::Music
