@@ -36,8 +36,8 @@ constexpr benchmark::IterationCount QueueingTurns = 25;
 struct BenchmarkedFrame {
     const char* Name;
     std::string_view SceneName;
-    /// The digits of the menu's background are drawn anew in each frame, which the game does every
-    /// tenth frame or so.
+    // The digits of the menu's background are drawn anew in each frame, which the game does every
+    // tenth frame or so.
     bool RedrawRain = false;
 };
 
@@ -89,7 +89,7 @@ public:
 
     const Recording& Calls() const { return Recorded; }
 
-    /// Executes what the renderer has queued.
+    // Executes what the renderer has queued.
     void Flush() { SDL_FlushRenderer(Canvas.Renderer()); }
 
     Picture PictureOf(const std::function<void()>& draw) {

@@ -188,7 +188,7 @@ protected:
         SDL_SyncWindow(Window);
     }
 
-    /// Presses or releases a key by its X name, waits until the game has seen it, and samples.
+    // Presses or releases a key by its X name, waits until the game has seen it, and samples.
     bool SampleAfter(const char* action, const char* key, SDL_EventType seen) {
         const std::array<const char*, 4> arguments = {"xdotool", action, key, nullptr};
         SDL_Process* const process = SDL_CreateProcess(arguments.data(), false);
@@ -206,7 +206,7 @@ protected:
     }
     bool SampleAfterUp(const char* key) { return SampleAfter("keyup", key, SDL_EVENT_KEY_UP); }
 
-    /// False after a time that no healthy machine needs.
+    // False after a time that no healthy machine needs.
     bool WaitFor(SDL_EventType type) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         SDL_Event event;

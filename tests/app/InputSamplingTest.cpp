@@ -180,7 +180,7 @@ struct DeviceCase {
     SDL_JoystickType Type;
     InputDevice Device;
     Wirefall::CaptureDevice CaptureDevice;
-    /// The table as an array that both tables are.
+    // The table as an array that both tables are.
     std::array<std::int32_t, ActionCount> GameOptions::*Bindings;
     StickLatches ControllerSet::*Latches;
 };

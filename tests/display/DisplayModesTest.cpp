@@ -293,7 +293,7 @@ TEST(RefreshRateTest, InAWindow144BecomesAutomatic) {
 
 // Asking the display
 
-/// A choice that no display below has made.
+// A choice that no display below has made.
 void FillWithStaleLists(GameApp& app) {
     app.Resolutions = {{1280, 720}, {1366, 768}};
     app.ResolutionIndex = 1;

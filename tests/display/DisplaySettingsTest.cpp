@@ -44,7 +44,7 @@ bool IsFullscreen(SDL_Window* window) {
     return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN) != 0;
 }
 
-/// Windowed at one resolution.
+// Windowed at one resolution.
 GameApp WindowedApp(std::int32_t width, std::int32_t height) {
     GameApp app;
     app.Fullscreen = false;
@@ -58,7 +58,7 @@ GameApp FullscreenApp(std::int32_t width, std::int32_t height) {
     return app;
 }
 
-/// A pointer that is no window to SDL: every call on it fails, as on a window that is gone.
+// A pointer that is no window to SDL: every call on it fails, as on a window that is gone.
 SDL_Window* NotAWindow(SDL_Renderer* renderer) { return reinterpret_cast<SDL_Window*>(renderer); }
 
 // On the dummy driver everything happens at once, on one display of 1024x768 whose usable part a
@@ -307,7 +307,7 @@ TEST(OffscreenDisplaySettingsTest, ADisplayThatPlacesNoWindowsIsLogged) {
 
 // On a real window system, where windows change in their own time.
 
-/// Handles events until the condition holds. Gives up after a time that no healthy machine needs.
+// Handles events until the condition holds. Gives up after a time that no healthy machine needs.
 template <typename Condition>
 bool WaitUntil(Condition condition) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);

@@ -27,7 +27,7 @@ namespace {
 // A player on the Options screen who knows what it should show.
 class OptionsWalk {
 public:
-    /// Opens the Options from the main menu.
+    // Opens the Options from the main menu.
     explicit OptionsWalk(GameSession& game, GameApp fresh = {})
         : Game(game), Shown(std::move(fresh)) {
         Shown.Screen = AppScreen::Options;
@@ -35,7 +35,7 @@ public:
         Do({"Return"}, "the root page", [](GameApp&) {});
     }
 
-    /// Presses the keys and waits until the screen shows the record with that change.
+    // Presses the keys and waits until the screen shows the record with that change.
     void Do(const std::vector<std::string>& keys, const std::string& what,
             const std::function<void(GameApp& shown)>& change) {
         if (!keys.empty()) {
@@ -61,7 +61,7 @@ public:
         Do(keys, "row " + std::to_string(row), [&](GameApp&) { selected = row; });
     }
 
-    /// From a page to the main menu.
+    // From a page to the main menu.
     void Leave() {
         Game.Press({"Escape", "Escape"});
         Game.WaitForAnyMenu();
@@ -114,7 +114,7 @@ std::string MissingIn(const std::string& config, const std::vector<std::string_v
 
 class OptionsEndToEndTest : public EndToEndTest {
 public:
-    /// The texts that lie beside this program, as they do beside the game.
+    // The texts that lie beside this program, as they do beside the game.
     OptionsEndToEndTest() { Speak("en"); }
     OptionsEndToEndTest(const OptionsEndToEndTest&) = delete;
     OptionsEndToEndTest(OptionsEndToEndTest&&) = delete;
@@ -123,7 +123,7 @@ public:
     ~OptionsEndToEndTest() override { LocalizationCatalog = {}; }
 
 protected:
-    /// What the player reads is in that language from now on.
+    // What the player reads is in that language from now on.
     static void Speak(const char* language) {
         GameOptions options;
         options.Language = language;
@@ -293,7 +293,7 @@ TEST_F(OptionsEndToEndTest, TheGameSpeaksGermanOnceItIsApplied) {
 struct Edited {
     const char* Name;
     std::string Config;
-    /// What the game makes of it and writes, because the language had to be corrected.
+    // What the game makes of it and writes, because the language had to be corrected.
     std::vector<std::string_view> Corrected = {};
 };
 

@@ -26,7 +26,7 @@ constexpr std::int32_t RefreshRow = 2;
 constexpr std::int32_t FullscreenRow = 3;
 constexpr std::int32_t VSyncRow = 4;
 
-/// What the display offered when it was asked.
+// What the display offered when it was asked.
 GameApp AppWithModes(const std::vector<DisplayMode>& modes) {
     GameApp app;
     app.DisplayModes = modes;

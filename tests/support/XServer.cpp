@@ -31,7 +31,7 @@ std::vector<std::string> ServerArguments(const std::vector<ScreenSize>& screens)
     return arguments;
 }
 
-/// Writes a configuration without panels and says where it lies.
+// Writes a configuration without panels and says where it lies.
 std::filesystem::path WriteConfiguration() {
     std::filesystem::path path =
         std::filesystem::path(testing::TempDir()) / ("wirefall-jwmrc-" + std::to_string(getpid()));

@@ -22,7 +22,7 @@ namespace {
 using Testing::Seam;
 using Testing::SeamOf;
 
-/// A bit of everything: tones, chords, noise, every kind of setting, and notes across the end.
+// A bit of everything: tones, chords, noise, every kind of setting, and notes across the end.
 const std::string Everything = R"(
 tempo 120
 upbeat 0.0625
@@ -70,21 +70,21 @@ section all 4
 song all
 )";
 
-/// One instrument and one pattern of whole bars at 120 quarters a minute, two seconds each.
+// One instrument and one pattern of whole bars at 120 quarters a minute, two seconds each.
 Score OneVoice(const std::string& instrument, const std::string& pattern, int bars) {
     return ParseScore("instrument voice\n" + instrument + "\npattern line\n" + pattern +
                           "\nsection all " + std::to_string(bars) + "\n voice line\nsong all\n",
                       "test");
 }
 
-/// The frames from the first on whose level is above a small threshold.
+// The frames from the first on whose level is above a small threshold.
 std::size_t FirstSound(const Sound& sound) {
     const auto first = std::find_if(sound.Left.begin(), sound.Left.end(),
                                     [](float sample) { return std::abs(sample) > 0.001F; });
     return static_cast<std::size_t>(first - sound.Left.begin());
 }
 
-/// When the rendered score begins to sound, in seconds.
+// When the rendered score begins to sound, in seconds.
 double Onset(const Score& score) {
     return static_cast<double>(FirstSound(Render(score).Mix)) / SampleRate;
 }
@@ -98,14 +98,14 @@ float LoudestIn(const Sound& sound, double fromSecond, double toSecond) {
     return loudest;
 }
 
-/// The samples of the left channel from a time on, for a time.
+// The samples of the left channel from a time on, for a time.
 std::span<const float> Part(const Sound& sound, double fromSecond, double seconds) {
     return std::span(sound.Left)
         .subspan(static_cast<std::size_t>(fromSecond * SampleRate),
                  static_cast<std::size_t>(seconds * SampleRate));
 }
 
-/// The power of one channel in a part of it.
+// The power of one channel in a part of it.
 double Power(std::span<const float> samples) {
     double sum = 0;
     for (const float sample : samples) {

@@ -8,14 +8,14 @@
 namespace Wirefall::Music {
 namespace {
 
-/// Instruments a and x (which has a pitch), and the line of a pattern played by a in one section.
+// Instruments a and x (which has a pitch), and the line of a pattern played by a in one section.
 Score WithPattern(const std::string& line, int bars = 1, const std::string& options = "") {
     return ParseScore("instrument a\ninstrument x\n pitch C2\npattern p\n" + line + "\nsection s " +
                           std::to_string(bars) + "\n a p " + options + "\nsong s\n",
                       "test");
 }
 
-/// What the parser says about a text that it refuses.
+// What the parser says about a text that it refuses.
 std::string ErrorOf(const std::string& text) {
     try {
         ParseScore(text, "tune.score");

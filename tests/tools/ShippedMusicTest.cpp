@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
 
 const fs::path DataFolder = WIREFALL_DATA_DIR;
 
-/// What a piece has to keep to besides what all of them do.
+// What a piece has to keep to besides what all of them do.
 struct Piece {
     std::string Name;
     double LeastSeconds = 0;
@@ -40,7 +40,7 @@ struct Piece {
 
 std::ostream& operator<<(std::ostream& out, const Piece& piece) { return out << piece.Name; }
 
-/// A switch between these three waits for the end of the one that plays.
+// A switch between these three waits for the end of the one that plays.
 const std::vector<Piece> BoardPieces = {
     {"Gameplay", 32, 36, {"bell", "flute"}},
     {"Infection", 16, 24, {"reed"}},
@@ -68,7 +68,7 @@ protected:
     const Sound Heard = HeardOf(GetParam().Name);
 };
 
-/// What only the pieces of the board have to keep to.
+// What only the pieces of the board have to keep to.
 class BoardMusic : public ShippedMusic {};
 
 std::string NameOf(const testing::TestParamInfo<Piece>& piece) { return piece.param.Name; }
@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(Board, ShippedMusic, testing::ValuesIn(BoardPieces), Na
 INSTANTIATE_TEST_SUITE_P(Others, ShippedMusic, testing::ValuesIn(OtherPieces), NameOf);
 INSTANTIATE_TEST_SUITE_P(Pieces, BoardMusic, testing::ValuesIn(BoardPieces), NameOf);
 
-/// How alike two sounds of the same length are: 1 is the same, whatever the level.
+// How alike two sounds of the same length are: 1 is the same, whatever the level.
 double Correlation(const std::vector<float>& a, const std::vector<float>& b) {
     double ab = 0;
     double aa = 0;
@@ -92,7 +92,7 @@ double Correlation(const std::vector<float>& a, const std::vector<float>& b) {
     return ab / std::sqrt(aa * bb);
 }
 
-/// The encoder keeps noise only roughly: the hats of a piece are what parts it most from its score.
+// The encoder keeps noise only roughly: the hats of a piece are what parts it most from its score.
 TEST_P(ShippedMusic, IsWhatItsScoreSays) {
     constexpr double Same = 0.995;
     const Sound rendered = Render(ScoreOf(GetParam().Name)).Mix;
@@ -101,7 +101,7 @@ TEST_P(ShippedMusic, IsWhatItsScoreSays) {
     EXPECT_GT(Correlation(Heard.Right, rendered.Right), Same) << "render-music has not been run";
 }
 
-/// The length of a piece of the board is also the longest time that a switch away from it waits.
+// The length of a piece of the board is also the longest time that a switch away from it waits.
 TEST_P(ShippedMusic, IsNeitherTooShortNorTooLong) {
     const double seconds = static_cast<double>(Heard.Frames()) / SampleRate;
     EXPECT_GE(seconds, GetParam().LeastSeconds);
@@ -122,7 +122,7 @@ TEST_P(ShippedMusic, StaysBelowOneAndAHalfMegabytes) {
     EXPECT_LT(fs::file_size(OggPath(GetParam().Name)), 1'500'000U);
 }
 
-/// A switch comes up to a frame late, so that the beginning of the old piece is heard once more.
+// A switch comes up to a frame late, so that the beginning of the old piece is heard once more.
 TEST_P(ShippedMusic, BeginsNoNoteInTheFirstMoments) {
     constexpr double QuietSeconds = 0.05;
     const Score score = ScoreOf(GetParam().Name);
@@ -133,8 +133,8 @@ TEST_P(ShippedMusic, BeginsNoNoteInTheFirstMoments) {
     }
 }
 
-/// The melody leaves a third of the bars to the others. A bar counts as sung when a note of the
-/// melody begins in it.
+// The melody leaves a third of the bars to the others. A bar counts as sung when a note of the
+// melody begins in it.
 TEST_P(ShippedMusic, LeavesAThirdOfTheBarsWithoutMelody) {
     const Score score = ScoreOf(GetParam().Name);
     std::set<int> sung;
@@ -151,7 +151,7 @@ TEST_P(ShippedMusic, HasATenthOfItsPowerAbove700Hertz) {
     EXPECT_GE(Testing::RollOff(Testing::SpectrumOf(Heard), 0.9), 700);
 }
 
-/// A switch cuts from the end of a piece, or from its first moments, to the beginning of another.
+// A switch cuts from the end of a piece, or from its first moments, to the beginning of another.
 TEST_P(ShippedMusic, IsSilentWhereASwitchCuts) {
     constexpr float Faint = 0.00316F; // -50 dB
     constexpr std::size_t LateFrames = SampleRate / 20;
@@ -166,7 +166,7 @@ TEST_P(ShippedMusic, IsSilentWhereASwitchCuts) {
     }
 }
 
-/// A switch lands in the first three seconds.
+// A switch lands in the first three seconds.
 TEST_P(BoardMusic, BeginsAsLoudAsItGoesOn) {
     constexpr std::size_t Frames = std::size_t{3} * SampleRate;
     Sound beginning = Heard;
@@ -190,8 +190,8 @@ TEST_P(BoardMusic, IsWide) {
     EXPECT_LE(side, -7);
 }
 
-/// The effects that come with every move on the board, each by its amplitude. Pieces that know
-/// nothing of them come to 0.017 to 0.027.
+// The effects that come with every move on the board, each by its amplitude. Pieces that know
+// nothing of them come to 0.017 to 0.027.
 TEST_P(BoardMusic, IsSmoothAgainstTheEffects) {
     constexpr std::array Moves = {SoundEvent::CursorMove, SoundEvent::Rotate, SoundEvent::Place,
                                   SoundEvent::PacketDelivered};

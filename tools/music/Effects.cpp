@@ -13,14 +13,14 @@
 namespace Wirefall::Music {
 namespace {
 
-/// A delay of a fixed number of frames.
+// A delay of a fixed number of frames.
 class DelayLine {
 public:
     explicit DelayLine(std::size_t frames) : Samples(std::max<std::size_t>(frames, 1)) {}
 
     double Out() const { return Samples[Position]; }
 
-    /// Puts a sample in, for the one that Out gave.
+    // Puts a sample in, for the one that Out gave.
     void In(double sample) {
         Samples[Position] = sample;
         Position = Position + 1 < Samples.size() ? Position + 1 : 0;
@@ -31,8 +31,8 @@ private:
     std::size_t Position = 0;
 };
 
-/// One turn around the loop fills the effect with what lies before the seam, the second is kept.
-/// That is exact as far as the effect has died away within one turn.
+// One turn around the loop fills the effect with what lies before the seam, the second is kept.
+// That is exact as far as the effect has died away within one turn.
 template <typename Effect>
 void RunAroundLoop(const Sound& send, Sound& out, Effect effect) {
     for (const bool keep : {false, true}) {
@@ -51,8 +51,8 @@ struct Frame {
     double Left = 0, Right = 0;
 };
 
-/// A feedback delay network (Stautner and Puckette, 1982; Jot, 1991): eight delays, mixed by a
-/// Householder reflection, which loses no energy, so that all fading is in the gains.
+// A feedback delay network (Stautner and Puckette, 1982; Jot, 1991): eight delays, mixed by a
+// Householder reflection, which loses no energy, so that all fading is in the gains.
 class Room {
 public:
     Room(double seconds, double cutoff) {

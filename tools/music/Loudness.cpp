@@ -29,7 +29,7 @@ void Apply(const Biquad& filter, std::vector<double>& samples) {
     }
 }
 
-/// The mean square of each step of a quarter block, of the weighted channel.
+// The mean square of each step of a quarter block, of the weighted channel.
 std::vector<double> StepPowers(const std::vector<float>& channel) {
     std::vector<double> weighted(channel.begin(), channel.end());
     Apply(HeadFilter(SampleRate), weighted);
@@ -46,7 +46,7 @@ std::vector<double> StepPowers(const std::vector<float>& channel) {
     return powers;
 }
 
-/// The mean of the powers whose loudness is above the gate; 0 when there is none.
+// The mean of the powers whose loudness is above the gate; 0 when there is none.
 double GatedMean(const std::vector<double>& powers, double gate) {
     double sum = 0;
     std::size_t count = 0;

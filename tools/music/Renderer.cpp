@@ -16,14 +16,14 @@
 namespace Wirefall::Music {
 namespace {
 
-/// A note is over once its release has come down by so much.
+// A note is over once its release has come down by so much.
 constexpr double InaudibleDecibels = 90;
 
 double SecondsPerBar(const Score& score) {
     return score.QuartersPerBar * 60 / score.QuartersPerMinute;
 }
 
-/// Where a time of the score comes to lie once the second half of each pair comes later.
+// Where a time of the score comes to lie once the second half of each pair comes later.
 double Swung(const Score& score, double bars) {
     const double pairsPerBar = score.QuartersPerBar / score.SwingQuarters;
     const double pairs = bars * pairsPerBar;
@@ -34,7 +34,7 @@ double Swung(const Score& score, double bars) {
     return (whole + swung) / pairsPerBar;
 }
 
-/// The wave tables of one instrument, one for each highest pitch that it is played at.
+// The wave tables of one instrument, one for each highest pitch that it is played at.
 class WaveTables {
 public:
     explicit WaveTables(const Instrument& instrument) : Played(instrument) {}
@@ -49,7 +49,7 @@ private:
     std::map<double, WaveTable> Tables;
 };
 
-/// Plays the notes of one instrument into its part.
+// Plays the notes of one instrument into its part.
 class Player {
 public:
     Player(const Score& score, std::size_t index)
@@ -92,7 +92,7 @@ public:
     Sound Take() { return std::move(Part); }
 
 private:
-    /// How far from its own pitch a note begins that the one before leads to.
+    // How far from its own pitch a note begins that the one before leads to.
     double GlideFrom(const Note& note) const {
         constexpr double Touch = 1e-6; // in bars
         const bool leads = Played.GlideMs > 0 && Count > 0 && Previous.Start < note.Start &&
@@ -107,7 +107,7 @@ private:
         return ms * SampleRate / 1000;
     }
 
-    /// Adds one oscillator. What does not fit before the end goes on at the start.
+    // Adds one oscillator. What does not fit before the end goes on at the start.
     void Add(const VoiceNote& note, double pan, double level) {
         Voice voice(Played, Tables.For(std::max(note.Pitch, note.From)), note);
         const double releaseMs = Played.Release * InaudibleDecibels / 60;

@@ -17,7 +17,7 @@ namespace {
 
 using Words = std::span<const std::string_view>;
 
-/// One number of a setting.
+// One number of a setting.
 template <typename Record>
 struct Number {
     std::string_view Name;
@@ -26,7 +26,7 @@ struct Number {
     double Most = 0;
 };
 
-/// A line that sets numbers. Those past the first `Required` may be left out.
+// A line that sets numbers. Those past the first `Required` may be left out.
 template <typename Record>
 struct Setting {
     std::string_view Word;
@@ -130,10 +130,10 @@ constexpr auto Filters = std::to_array<std::pair<std::string_view, FilterKind>>(
     {"bandpass", FilterKind::Bandpass},
 });
 
-/// How far the waves with infinitely many harmonics go.
+// How far the waves with infinitely many harmonics go.
 constexpr int HarmonicCount = 64;
 
-/// The harmonics of the waves that have a name; none for noise.
+// The harmonics of the waves that have a name; none for noise.
 std::optional<std::vector<double>> NamedWave(std::string_view name) {
     if (name == "noise") {
         return std::vector<double>{};
@@ -162,7 +162,7 @@ constexpr double SoftDecibels = -5;
 constexpr double FaintestNote = -40;
 constexpr double LoudestNote = 12;
 
-/// What x in a pattern stands for until it is known who plays it.
+// What x in a pattern stands for until it is known who plays it.
 constexpr int InstrumentsOwnPitch = -1;
 
 struct Pattern {
@@ -170,7 +170,7 @@ struct Pattern {
     std::vector<Note> Notes;
 };
 
-/// A line of a section: who plays which patterns.
+// A line of a section: who plays which patterns.
 struct Part {
     std::size_t Instrument = 0;
     std::vector<Note> Notes;
@@ -193,7 +193,7 @@ std::optional<double> ReadNumber(std::string_view word) {
     return value;
 }
 
-/// A whole number of bars, from 1 on.
+// A whole number of bars, from 1 on.
 std::optional<int> ReadBars(std::string_view word) {
     constexpr int MostBars = 999;
     int value = 0;
@@ -205,7 +205,7 @@ std::optional<int> ReadBars(std::string_view word) {
     return value;
 }
 
-/// The MIDI number of a note like C4, F#3 or Bb5.
+// The MIDI number of a note like C4, F#3 or Bb5.
 std::optional<int> ReadPitch(std::string_view word) {
     constexpr std::array<int, 7> SemitonesFromC = {9, 11, 0, 2, 4, 5, 7}; // A to G
     if (word.size() < 2 || word[0] < 'A' || word[0] > 'G') {
@@ -326,7 +326,7 @@ private:
         }
     }
 
-    /// Takes the numbers of a line by the table that knows its first word.
+    // Takes the numbers of a line by the table that knows its first word.
     template <typename Record, std::size_t Count>
     void Set(Record& record, Words words, const std::array<Setting<Record>, Count>& settings) {
         const auto setting = std::find_if(settings.begin(), settings.end(),
@@ -371,7 +371,7 @@ private:
         return *value;
     }
 
-    /// The single word behind an opener.
+    // The single word behind an opener.
     std::string NewName(Words words, bool taken) const {
         if (words.empty()) {
             Fail("a name is missing");
@@ -469,7 +469,7 @@ private:
         }
     }
 
-    /// The words of a bar share it equally.
+    // The words of a bar share it equally.
     void AddBar(Words steps) {
         if (steps.empty()) {
             Fail("a bar is empty; a whole bar of rest is one .");
@@ -524,7 +524,7 @@ private:
         Sections.push_back(std::move(section));
     }
 
-    /// INSTRUMENT PATTERN... [level DB] [up SEMITONES]
+    // INSTRUMENT PATTERN... [level DB] [up SEMITONES]
     void ParsePart(Words words) {
         const auto instrument = FindNamed(Result.Instruments, words[0]);
         if (instrument == Result.Instruments.end()) {
@@ -601,7 +601,7 @@ private:
         }
     }
 
-    /// Lays the sections of the song one behind the other.
+    // Lays the sections of the song one behind the other.
     void Arrange() {
         CloseBlock();
         if (Song.empty()) {

@@ -28,7 +28,7 @@ void Finish(std::ofstream& file, const std::string& path) {
     }
 }
 
-/// The encoder's four records, and the stream that its packets go into.
+// The encoder's four records, and the stream that its packets go into.
 class OggEncoder {
 public:
     OggEncoder(const std::string& path, const std::string& title) : Output(path, std::ios::binary) {
@@ -68,7 +68,7 @@ public:
         }
     }
 
-    /// Gives frames to the encoder. The file ends where `length` frames are in it.
+    // Gives frames to the encoder. The file ends where `length` frames are in it.
     void WriteFrames(const float* left, const float* right, std::size_t count, std::size_t length) {
         float** buffer = vorbis_analysis_buffer(&State, static_cast<int>(count));
         std::copy_n(left, count, buffer[0]);

@@ -11,10 +11,10 @@ namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
 
-/// Cutoffs and pitches move slowly; computing them anew every so many frames is enough.
+// Cutoffs and pitches move slowly; computing them anew every so many frames is enough.
 constexpr int FramesPerTuning = 16;
 
-/// What keeps a wave at its power when it is taken from itself so much of a period later.
+// What keeps a wave at its power when it is taken from itself so much of a period later.
 double PulseGain(const Instrument& instrument) {
     double before = 0;
     double after = 0;

@@ -20,7 +20,7 @@
 namespace Wirefall::Music {
 namespace {
 
-/// Louder, and a player that resamples may clip.
+// Louder, and a player that resamples may clip.
 constexpr double HighestPeak = -1;
 
 std::string ReadFile(const std::string& path) {
