@@ -8,12 +8,12 @@
 #include "game/GameApp.h"
 #include "persist/Options.h"
 #include "persist/RunConversion.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveDocument.h"
 #include "persist/SaveState.h"
 #include "screens/BoardScreen.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 #include "support/SoftwareCanvas.h"
 #include "support/UserFolder.h"
 

@@ -8,7 +8,6 @@
 #include "app/Screens.h"
 #include "base/Clock.h"
 #include "display/DisplayModes.h"
-#include "display/VideoFixture.h"
 #include "game/ScreenFlow.h"
 #include "input/Controllers.h"
 #include "input/InputSampling.h"
@@ -17,6 +16,7 @@
 #include "sim/Simulation.h"
 #include "support/SoftwareCanvas.h"
 #include "support/TestHome.h"
+#include "support/VideoFixture.h"
 #include "words/LanguageFiles.h"
 
 #include <SDL3/SDL.h>

@@ -2,8 +2,8 @@
 
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
-#include "display/VideoFixture.h"
 #include "game/GameApp.h"
+#include "support/VideoFixture.h"
 #include "support/XServer.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
-#include "display/VideoFixture.h"
 #include "game/GameApp.h"
 #include "options/GraphicsPage.h"
 #include "options/OptionsScreen.h"
+#include "options/XModes.h"
 #include "support/SameApp.h"
-#include "support/XModes.h"
+#include "support/VideoFixture.h"
 #include "support/XServer.h"
 
 #include <gtest/gtest.h>

@@ -3,10 +3,10 @@
 
 #include "game/GameApp.h"
 #include "persist/RunConversion.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
 #include "storage/Storage.h"
+#include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
 #include <gtest/gtest.h>

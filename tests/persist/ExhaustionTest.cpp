@@ -4,11 +4,11 @@
 #include "game/GameApp.h"
 #include "persist/Options.h"
 #include "persist/RunConversion.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "persist/TaggedTree.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
 #include <gtest/gtest.h>

@@ -3,9 +3,9 @@
 
 #include "app/Game.h"
 #include "display/DisplayModes.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
 

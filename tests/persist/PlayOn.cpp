@@ -2,9 +2,9 @@
 // that is its first argument for as many ticks as the second says, and prints the checksum of each.
 
 #include "game/GameApp.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 
 #include <cstdio>
 #include <string>

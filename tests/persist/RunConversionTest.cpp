@@ -1,9 +1,9 @@
 #include "persist/RunConversion.h"
 
 #include "game/GameApp.h"
-#include "persist/SampleRuns.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 
 #include <gtest/gtest.h>
 

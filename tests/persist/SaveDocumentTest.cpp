@@ -1,8 +1,8 @@
 #include "persist/SaveDocument.h"
 
 #include "persist/RunConversion.h"
-#include "persist/SampleRuns.h"
 #include "persist/TaggedTree.h"
+#include "support/SampleRuns.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 
 #include "game/GameApp.h"
 #include "persist/Options.h"
-#include "persist/SampleRuns.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
 #include <gtest/gtest.h>

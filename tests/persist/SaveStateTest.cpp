@@ -2,10 +2,10 @@
 
 #include "game/GameApp.h"
 #include "persist/RunConversion.h"
-#include "persist/SampleRuns.h"
 #include "persist/TaggedTree.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
+#include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
 #include <gtest/gtest.h>

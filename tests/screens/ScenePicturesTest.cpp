@@ -1,7 +1,7 @@
 // Every scene at every width of the canvas and every density, in the languages that it asks for, as
 // pictures.
 
-#include "support/PictureTest.h"
+#include "screens/GoldenPictures.h"
 #include "support/Scenes.h"
 #include "support/TestHome.h"
 #include "words/LanguageFiles.h"

@@ -1,4 +1,4 @@
-#include "persist/SampleRuns.h"
+#include "support/SampleRuns.h"
 
 #include "persist/RunConversion.h"
 #include "sim/LevelGeneration.h"

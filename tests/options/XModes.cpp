@@ -1,4 +1,4 @@
-#include "support/XModes.h"
+#include "options/XModes.h"
 
 #include <X11/Xlib.h>
 #include <X11/extensions/Xrandr.h>

@@ -1,4 +1,4 @@
-#include "support/PictureTest.h"
+#include "screens/GoldenPictures.h"
 
 #include "support/Png.h"
 
