@@ -14,6 +14,7 @@
 #include "sim/Scoring.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/Fnv1a.h"
 #include "words/CommandHints.h"
 
 #include <SDL3/SDL_render.h>
@@ -50,18 +51,18 @@ Lettering LetteringOf(const Screenshot& picture) {
     return lettering;
 }
 
-// FNV-1a, 64 bits, over the pixels of the rectangle.
+// Over the pixels of the rectangle.
 std::uint64_t HashOf(const Screenshot& picture, const SDL_Rect& rect) {
-    std::uint64_t hash = 0xcbf29ce484222325U;
+    Fnv1a hash;
     for (int y = rect.y; y < rect.y + rect.h; ++y) {
         for (int x = rect.x; x < rect.x + rect.w; ++x) {
             const Rgb& pixel = picture.At(x, y);
-            for (const std::uint8_t byte : {pixel.R, pixel.G, pixel.B}) {
-                hash = (hash ^ byte) * 0x100000001b3U;
-            }
+            hash.AddByte(pixel.R);
+            hash.AddByte(pixel.G);
+            hash.AddByte(pixel.B);
         }
     }
-    return hash;
+    return hash.Value();
 }
 
 template <typename Map>

@@ -6,6 +6,7 @@
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
 #include "storage/Storage.h"
+#include "support/RunChecksum.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
@@ -49,7 +50,7 @@ std::vector<std::string> PlayedOnHere(std::uint32_t seed) {
         std::array<char, 100> line{};
         static_cast<void>(
             std::snprintf(line.data(), line.size(), "%016llx %llu\n",
-                          static_cast<unsigned long long>(Testing::Checksum(LiveRun())),
+                          static_cast<unsigned long long>(Testing::RunChecksum(LiveRun())),
                           static_cast<unsigned long long>(GetRevision())));
         lines.emplace_back(line.data());
     }

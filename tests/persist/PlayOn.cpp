@@ -4,6 +4,7 @@
 #include "game/GameApp.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/RunChecksum.h"
 #include "support/SampleRuns.h"
 
 #include <cstdio>
@@ -23,7 +24,7 @@ int main(int argc, char* argv[]) {
         player.PlayTick();
         std::printf(
             "%016llx %llu\n",
-            static_cast<unsigned long long>(Wirefall::Testing::Checksum(Wirefall::LiveRun())),
+            static_cast<unsigned long long>(Wirefall::Testing::RunChecksum(Wirefall::LiveRun())),
             static_cast<unsigned long long>(Wirefall::GetRevision()));
     }
     return 0;

@@ -1,5 +1,6 @@
 #include "screens/GoldenPictures.h"
 
+#include "support/Fnv1a.h"
 #include "support/Png.h"
 
 #include <algorithm>
@@ -27,38 +28,22 @@ bool IsUpdating() {
     return value != nullptr && std::string_view(value) == "1";
 }
 
-// FNV-1a, 64 bits, over the size and the pixels.
-class Checksum {
-public:
-    void Add(std::uint32_t byte) { Value = (Value ^ (byte & 0xffU)) * 0x100000001b3U; }
-
-    void AddSize(std::int32_t size) {
-        for (std::uint32_t shift = 0; shift < 32; shift += 8) {
-            Add(static_cast<std::uint32_t>(size) >> shift);
-        }
-    }
-
-    std::string Text() const {
-        std::array<char, 17> digits{};
-        std::snprintf(digits.data(), digits.size(), "%016llx",
-                      static_cast<unsigned long long>(Value)); // NOLINT(google-runtime-int)
-        return digits.data();
-    }
-
-private:
-    std::uint64_t Value = 0xcbf29ce484222325U;
-};
-
+// Over the size and the pixels.
 std::string ChecksumOf(const Picture& picture) {
-    Checksum sum;
-    sum.AddSize(picture.Width);
-    sum.AddSize(picture.Height);
+    constexpr int SizeBytes = 4;
+    Fnv1a sum;
+    sum.Add(static_cast<std::uint32_t>(picture.Width), SizeBytes);
+    sum.Add(static_cast<std::uint32_t>(picture.Height), SizeBytes);
     for (const Rgb& pixel : picture.Pixels) {
-        sum.Add(pixel.R);
-        sum.Add(pixel.G);
-        sum.Add(pixel.B);
+        sum.AddByte(pixel.R);
+        sum.AddByte(pixel.G);
+        sum.AddByte(pixel.B);
     }
-    return sum.Text();
+    std::array<char, 17> digits{};
+    static_cast<void>(
+        std::snprintf(digits.data(), digits.size(), "%016llx",
+                      static_cast<unsigned long long>(sum.Value()))); // NOLINT(google-runtime-int)
+    return digits.data();
 }
 
 using ChecksumTable = std::map<std::string, std::string>;

@@ -6,6 +6,8 @@
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
+#include "support/Fnv1a.h"
+#include "support/RunChecksum.h"
 
 #include <gtest/gtest.h>
 
@@ -18,71 +20,10 @@
 namespace Wirefall {
 namespace {
 
-// FNV-1a over the fields, each as a 64-bit number.
-class Checksum {
-public:
-    template <typename Number>
-    void Add(Number number) {
-        auto value = static_cast<std::uint64_t>(number);
-        for (int byte = 0; byte < 8; ++byte, value >>= 8) {
-            Hash = (Hash ^ (value & 0xff)) * 0x100000001b3;
-        }
-    }
-    std::uint64_t Value() const { return Hash; }
-
-private:
-    std::uint64_t Hash = 0xcbf29ce484222325;
-};
-
-std::uint64_t ChecksumOf(const RunState& run) {
-    Checksum sum;
-    for (const Tile& tile : run.Tiles) {
-        sum.Add(tile.Type);
-        sum.Add(tile.Connections);
-        sum.Add(tile.VirusInfected);
-        sum.Add(tile.OccupiedBySource);
-        sum.Add(tile.OccupiedBySink);
-        sum.Add(tile.Consumed);
-        sum.Add(tile.CooldownTicks);
-    }
-    for (const std::vector<Endpoint>* const list : {&run.Sources, &run.Sinks}) {
-        for (const Endpoint& endpoint : *list) {
-            sum.Add(endpoint.X);
-            sum.Add(endpoint.Y);
-            sum.Add(endpoint.Dir);
-        }
-    }
-    for (const Packet& packet : run.Packets) {
-        sum.Add(packet.X);
-        sum.Add(packet.Y);
-        sum.Add(packet.Dir);
-        sum.Add(packet.Corrupted);
-        sum.Add(packet.DelayTicks);
-    }
-    for (const TileType tile : run.TileQueue) {
-        sum.Add(tile);
-    }
-    for (const std::int32_t number :
-         {run.CursorX, run.CursorY, run.PreviewRotation, run.Level, run.TotalScore,
-          run.LevelTargetPackets, run.FailureThreshold, run.SpawnIntervalTicks,
-          run.VirusSpreadIntervalTicks, run.PacketGraceTicks, run.VirusGraceTicks,
-          run.PacketGraceRemaining, run.VirusGraceRemaining, run.LostPackets, run.CorruptedPackets,
-          run.DeliveredPackets}) {
-        sum.Add(number);
-    }
-    sum.Add(run.Tick);
-    sum.Add(run.NextSpawnTick);
-    sum.Add(run.VirusActiveTicks);
-    sum.Add(run.GameOver);
-    sum.Add(run.RandomEngine.Position);
-    for (const std::uint32_t word : run.RandomEngine.Words) {
-        sum.Add(word);
-    }
-    return sum.Value();
-}
+using Testing::Fnv1a;
 
 std::uint64_t ChecksumOf(const RunSnapshot& snapshot) {
-    Checksum sum;
+    Fnv1a sum;
     sum.Add(std::bit_cast<std::uint32_t>(snapshot.InfectionRatio));
     sum.Add(std::bit_cast<std::uint32_t>(snapshot.FailureRatio));
     sum.Add(snapshot.DangerLevel);
@@ -95,7 +36,7 @@ std::uint64_t PlayRandomly(std::uint32_t seed, int frames) {
     constexpr std::array<std::uint32_t, 8> Keys = {82, 81, 80, 79, 20, 8, 44, 44};
     MersenneTwister player;
     SeedEngine(player, seed);
-    Checksum sum;
+    Fnv1a sum;
     ResetRun();
     const std::uint64_t firstRevision = GetRevision();
     LiveRun().FailureThreshold = 60;
@@ -118,7 +59,7 @@ std::uint64_t PlayRandomly(std::uint32_t seed, int frames) {
         sum.Add(GetRevision() - firstRevision);
         sum.Add(ChecksumOf(BuildRunSnapshot()));
         if (frame % 50 == 0) {
-            sum.Add(ChecksumOf(LiveRun()));
+            sum.Add(Testing::PlayChecksum(LiveRun()));
         }
     }
     return sum.Value();

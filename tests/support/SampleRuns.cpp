@@ -78,61 +78,6 @@ SaveDocument HeaviestDocument() {
     return document;
 }
 
-std::uint64_t Checksum(const RunState& run) {
-    std::uint64_t hash = 0xcbf29ce484222325; // FNV-1a over the fields, each as a 64-bit number.
-    const auto add = [&hash](auto number) {
-        auto value = static_cast<std::uint64_t>(number);
-        for (int byte = 0; byte < 8; ++byte, value >>= 8) {
-            hash = (hash ^ (value & 0xff)) * 0x100000001b3;
-        }
-    };
-    for (const Tile& tile : run.Tiles) {
-        add(tile.Type);
-        add(tile.Connections);
-        add(tile.VirusInfected);
-        add(tile.OccupiedBySource);
-        add(tile.OccupiedBySink);
-        add(tile.Consumed);
-        add(tile.CooldownTicks);
-    }
-    for (const Packet& packet : run.Packets) {
-        add(packet.X);
-        add(packet.Y);
-        add(packet.Dir);
-        add(packet.Corrupted);
-        add(packet.DelayTicks);
-    }
-    for (const std::vector<Endpoint>* const list : {&run.Sources, &run.Sinks}) {
-        add(list->size());
-        for (const Endpoint& endpoint : *list) {
-            add(endpoint.X);
-            add(endpoint.Y);
-            add(endpoint.Dir);
-        }
-    }
-    for (const TileType tile : run.TileQueue) {
-        add(tile);
-    }
-    for (const std::int32_t number :
-         {run.GridWidth, run.GridHeight, run.CursorX, run.CursorY, run.PreviewRotation, run.Level,
-          run.TotalScore, run.LevelTargetPackets, run.FailureThreshold, run.SpawnIntervalTicks,
-          run.VirusSpreadIntervalTicks, run.PacketGraceTicks, run.VirusGraceTicks,
-          run.PacketGraceRemaining, run.VirusGraceRemaining, run.LostPackets, run.CorruptedPackets,
-          run.DeliveredPackets}) {
-        add(number);
-    }
-    for (const std::uint64_t number : {run.Tick, run.NextSpawnTick, run.VirusActiveTicks}) {
-        add(number);
-    }
-    add(run.GameOver);
-    add(run.Seed);
-    for (const std::uint32_t word : run.RandomEngine.Words) {
-        add(word);
-    }
-    add(run.RandomEngine.Position);
-    return hash;
-}
-
 RunState Normalised(RunState run) {
     for (Tile& tile : run.Tiles) {
         tile.Consumed = false;

@@ -32,9 +32,6 @@ void StartSampleRun(std::int32_t level, std::uint32_t seed, int ticks);
 /// centuries.
 SaveDocument HeaviestDocument();
 
-/// A checksum over everything in the run.
-std::uint64_t Checksum(const RunState& run);
-
 /// What loading makes of the tiles of a run that is valid otherwise: a Firewall is never infected,
 /// and the marks of spent tiles are gone.
 RunState Normalised(RunState run);
