@@ -1,5 +1,4 @@
-// Files that ask for too much: memory that runs out, and runs that would take for ever. A program
-// of its own, because it replaces operator new.
+// Files that ask for too much: memory that runs out, and runs that would take for ever.
 
 #include "game/GameApp.h"
 #include "persist/Options.h"
@@ -8,44 +7,19 @@
 #include "persist/TaggedTree.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/Allocations.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <limits>
-#include <new>
 #include <sys/resource.h>
-
-namespace {
-
-// The allocation that fails; 0 for none.
-std::size_t FailingAllocation = 0;
-
-void* Allocate(std::size_t size) {
-    if (FailingAllocation != 0 && --FailingAllocation == 0) {
-        throw std::bad_alloc();
-    }
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return Allocate(size); }
-void* operator new[](std::size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace Wirefall {
 namespace {
 
 using Testing::Bytes;
+using Testing::FailingAllocation;
 using Testing::ReadFileBytes;
 using Testing::TaggedTree;
 
@@ -85,10 +59,12 @@ TEST_F(Exhaustion, WhicheverAllocationFailsTheSaveIsNotReplacedAndTheRunIsWhole)
     bool loaded = false;
     for (std::size_t allocation = 1; !loaded; ++allocation) {
         ASSERT_LT(allocation, 10000U);
-        FailingAllocation = allocation;
-        const bool result = LoadSaveState(App);
-        loaded = FailingAllocation != 0;
-        FailingAllocation = 0;
+        bool result = false;
+        {
+            const FailingAllocation failure(allocation);
+            result = LoadSaveState(App);
+            loaded = !failure.HasFailed();
+        }
         ASSERT_TRUE(result) << "False would have the file replaced: " << allocation;
         ASSERT_EQ(App.HasSavedRun, loaded) << allocation;
         if (!loaded) {
@@ -104,9 +80,10 @@ TEST_F(Exhaustion, WhicheverAllocationFailsASaveSucceedsOrLeavesTheOldOne) {
     bool written = false;
     for (std::size_t allocation = 1; !written; ++allocation) {
         ASSERT_LT(allocation, 10000U);
-        FailingAllocation = allocation;
-        written = WriteSaveState(App);
-        FailingAllocation = 0;
+        {
+            const FailingAllocation failure(allocation);
+            written = WriteSaveState(App);
+        }
         ASSERT_EQ(ReadFileBytes(File()) == Saved, !written) << allocation;
         ASSERT_EQ(Testing::NamesIn(User.Path()), std::vector<std::string>{"SaveState.bin"});
     }

@@ -1,47 +1,18 @@
-// Counts heap allocations: a tick makes none once its lists have grown to what a level needs.
+// A tick makes no allocation once its lists have grown to what a level needs.
 
 #include "sim/LevelRules.h"
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
+#include "support/Allocations.h"
 #include "support/BoardDrawing.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
-#include <new>
-#include <vector>
-
-namespace {
-
-std::size_t Allocations = 0;
-
-void* CountedAllocation(std::size_t size) {
-    ++Allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return CountedAllocation(size); }
-void* operator new[](std::size_t size) { return CountedAllocation(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+#include <cstddef>
 
 namespace Wirefall {
 namespace {
-
-TEST(Allocation, TheCounterCounts) {
-    const std::size_t before = Allocations;
-    const auto list = std::make_unique<std::vector<int>>(100);
-    EXPECT_EQ(Allocations, before + 2);
-}
 
 TEST(Allocation, AWarmTickAllocatesNothing) {
     // A road with packets on it, a dead end beside it where they collide, and a virus that is
@@ -87,11 +58,11 @@ TEST(Allocation, AWarmTickAllocatesNothing) {
     mostPackets = 0;
     collisions = 0;
     spreads = 0;
-    const std::size_t before = Allocations;
-    play(2000);
-    BuildRunSnapshot();
-    const std::size_t after = Allocations;
-    EXPECT_EQ(after, before);
+    EXPECT_EQ(Testing::AllocationsOf([&] {
+                  play(2000);
+                  BuildRunSnapshot();
+              }),
+              0U);
     EXPECT_EQ(live.Tick, 2500U);
     EXPECT_GE(mostPackets, 10U) << "the road is busy";
     EXPECT_GE(collisions, 40) << "packets collide";
