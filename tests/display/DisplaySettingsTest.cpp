@@ -3,6 +3,7 @@
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
 #include "game/GameApp.h"
+#include "support/CapturedLog.h"
 #include "support/VideoFixture.h"
 #include "support/XServer.h"
 
@@ -17,6 +18,8 @@
 namespace Wirefall {
 
 namespace {
+
+using Testing::CapturedLog;
 
 using Messages = std::vector<std::string>;
 
@@ -76,7 +79,7 @@ protected:
     Video Dummy{"dummy"};
     WindowPointer Window;
     RendererPointer Renderer;
-    LogCapture Log;
+    CapturedLog Log;
 };
 
 TEST_F(DisplaySettingsTest, TheWindowTakesTheResolution) {
@@ -85,7 +88,7 @@ TEST_F(DisplaySettingsTest, TheWindowTakesTheResolution) {
     Apply(app);
     EXPECT_EQ(PlacementOf(Window.get()).Width, 640);
     EXPECT_EQ(PlacementOf(Window.get()).Height, 480);
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST_F(DisplaySettingsTest, AResizedWindowIsCentred) {
@@ -148,7 +151,7 @@ TEST_F(DisplaySettingsTest, FullscreenIsBorderlessOnTheDesktop) {
     EXPECT_EQ(SDL_GetWindowFullscreenMode(Window.get()), nullptr);
     EXPECT_EQ(PlacementOf(Window.get()), (Placement{0, 0, 1024, 768}))
         << "The desktop's size, not the resolution's.";
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST_F(DisplaySettingsTest, FullscreenStaysFullscreen) {
@@ -158,7 +161,7 @@ TEST_F(DisplaySettingsTest, FullscreenStaysFullscreen) {
     Apply(app);
     EXPECT_TRUE(IsFullscreen(Window.get()));
     EXPECT_EQ(PlacementOf(Window.get()), (Placement{0, 0, 1024, 768}));
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST_F(DisplaySettingsTest, LeavingFullscreenAlwaysCentres) {
@@ -171,7 +174,7 @@ TEST_F(DisplaySettingsTest, LeavingFullscreenAlwaysCentres) {
     Apply(app);
     EXPECT_FALSE(IsFullscreen(Window.get()));
     EXPECT_EQ(PlacementOf(Window.get()), (Placement{192, 144, 640, 480}));
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST_F(DisplaySettingsTest, LeavingFullscreenTakesANewResolution) {
@@ -214,7 +217,7 @@ TEST_F(DisplaySettingsTest, VerticalSyncFollowsTheOption) {
     app.VSync = false;
     Apply(app);
     EXPECT_FALSE(app.VSyncActive);
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST_F(DisplaySettingsTest, ARendererThatRefusesVerticalSyncIsLogged) {
@@ -227,14 +230,14 @@ TEST_F(DisplaySettingsTest, ARendererThatRefusesVerticalSyncIsLogged) {
     app.VSyncActive = true;
     ApplyDisplaySettings(app, Window.get(), refusing.get());
     EXPECT_FALSE(app.VSyncActive);
-    EXPECT_EQ(Log.Messages, Messages{"SDL_SetRenderVSync(1) failed: That operation is not "
-                                     "supported"});
+    EXPECT_EQ(Log.Messages(), Messages{"SDL_SetRenderVSync(1) failed: That operation is not "
+                                       "supported"});
     EXPECT_TRUE(app.ResetFrameClock);
 
     app.VSync = false;
-    Log.Messages.clear();
+    Log.Clear();
     ApplyDisplaySettings(app, Window.get(), refusing.get());
-    EXPECT_EQ(Log.Messages, Messages{}) << "Nothing was asked of it.";
+    EXPECT_EQ(Log.Messages(), Messages{}) << "Nothing was asked of it.";
 }
 
 TEST_F(DisplaySettingsTest, ARendererThatTellsNothingHasNoVerticalSync) {
@@ -244,7 +247,7 @@ TEST_F(DisplaySettingsTest, ARendererThatTellsNothingHasNoVerticalSync) {
     app.VSyncActive = true;
     ApplyDisplaySettings(app, Window.get(), nullptr);
     EXPECT_FALSE(app.VSyncActive);
-    EXPECT_EQ(Log.Messages,
+    EXPECT_EQ(Log.Messages(),
               (Messages{"SDL_SetRenderVSync(0) failed: Parameter 'renderer' is invalid",
                         "SDL_GetRenderVSync failed: Parameter 'renderer' is invalid",
                         "SDL_SetRenderLogicalPresentation failed: Parameter 'renderer' is "
@@ -259,7 +262,7 @@ TEST_F(DisplaySettingsTest, AWindowThatIsGoneIsLoggedStepByStep) {
     GameApp app = WindowedApp(1280, 720);
     LogicalWidth = -1;
     ApplyDisplaySettings(app, NotAWindow(Renderer.get()), Renderer.get());
-    EXPECT_EQ(Log.Messages,
+    EXPECT_EQ(Log.Messages(),
               (Messages{"SDL_GetWindowSize failed before SDL_SetWindowSize: Invalid window",
                         "SDL_SetWindowSize(1280, 720) failed: Invalid window"}));
     EXPECT_EQ(LogicalWidth, 1280);
@@ -271,7 +274,7 @@ TEST_F(DisplaySettingsTest, AFullscreenWindowThatIsGoneIsLoggedStepByStep) {
     MakeWindowAndRenderer(640, 480);
     GameApp app = FullscreenApp(1280, 720);
     ApplyDisplaySettings(app, NotAWindow(Renderer.get()), Renderer.get());
-    EXPECT_EQ(Log.Messages,
+    EXPECT_EQ(Log.Messages(),
               (Messages{"SDL_SetWindowFullscreenMode(borderless) failed: Invalid window",
                         "SDL_SetWindowFullscreen(true) failed: Invalid window"}));
 }
@@ -290,7 +293,7 @@ TEST_F(DisplaySettingsTest, WithoutAWindowNothingHappens) {
     SDL_RendererLogicalPresentation mode = SDL_LOGICAL_PRESENTATION_LETTERBOX;
     ASSERT_TRUE(SDL_GetRenderLogicalPresentation(Renderer.get(), &width, &height, &mode));
     EXPECT_EQ(mode, SDL_LOGICAL_PRESENTATION_DISABLED);
-    EXPECT_EQ(Log.Messages, Messages{});
+    EXPECT_EQ(Log.Messages(), Messages{});
 }
 
 TEST(OffscreenDisplaySettingsTest, ADisplayThatPlacesNoWindowsIsLogged) {
@@ -298,10 +301,10 @@ TEST(OffscreenDisplaySettingsTest, ADisplayThatPlacesNoWindowsIsLogged) {
     const WindowPointer window = MakeWindow(800, 600);
     const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
     GameApp app = WindowedApp(640, 480);
-    const LogCapture log;
+    const CapturedLog log;
     ApplyDisplaySettings(app, window.get(), renderer.get());
-    EXPECT_EQ(log.Messages, Messages{"SDL_SetWindowPosition(192, 144) failed: That operation is "
-                                     "not supported"});
+    EXPECT_EQ(log.Messages(), Messages{"SDL_SetWindowPosition(192, 144) failed: That operation is "
+                                       "not supported"});
     EXPECT_EQ(PlacementOf(window.get()).Width, 640);
 }
 
@@ -336,11 +339,11 @@ TEST(RealDisplaySettingsTest, AResizedWindowIsCentred) {
     const Video video("x11");
     const WindowPointer window = MakeWindow(800, 600);
     const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
-    const LogCapture log;
+    const CapturedLog log;
     GameApp app = WindowedApp(1280, 720);
     ApplyDisplaySettings(app, window.get(), renderer.get());
     EXPECT_TRUE(ComesToStand(window.get(), {160, 240, 1280, 720}));
-    EXPECT_EQ(log.Messages, Messages{});
+    EXPECT_EQ(log.Messages(), Messages{});
 }
 
 TEST(RealDisplaySettingsTest, AWindowLargerThanTheDisplayBeginsAtItsCorner) {
@@ -348,11 +351,11 @@ TEST(RealDisplaySettingsTest, AWindowLargerThanTheDisplayBeginsAtItsCorner) {
     const Video video("x11");
     const WindowPointer window = MakeWindow(800, 600);
     const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
-    const LogCapture log;
+    const CapturedLog log;
     GameApp app = WindowedApp(1920, 1440);
     ApplyDisplaySettings(app, window.get(), renderer.get());
     EXPECT_TRUE(ComesToStand(window.get(), {0, 0, 1920, 1440}));
-    EXPECT_EQ(log.Messages, Messages{});
+    EXPECT_EQ(log.Messages(), Messages{});
 }
 
 TEST(RealDisplaySettingsTest, FullscreenAndBack) {
@@ -361,7 +364,7 @@ TEST(RealDisplaySettingsTest, FullscreenAndBack) {
     const Video video("x11");
     const WindowPointer window = MakeWindow(1280, 720);
     const RendererPointer renderer(SDL_CreateRenderer(window.get(), SDL_SOFTWARE_RENDERER));
-    const LogCapture log;
+    const CapturedLog log;
 
     GameApp app = FullscreenApp(1280, 720);
     ApplyDisplaySettings(app, window.get(), renderer.get());
@@ -382,7 +385,7 @@ TEST(RealDisplaySettingsTest, FullscreenAndBack) {
     app.AspectMode = AspectMode::Classic4x3;
     ApplyDisplaySettings(app, window.get(), renderer.get());
     EXPECT_TRUE(ComesToStand(window.get(), {288, 216, 1024, 768}));
-    EXPECT_EQ(log.Messages, Messages{});
+    EXPECT_EQ(log.Messages(), Messages{});
 }
 
 } // namespace

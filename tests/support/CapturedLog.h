@@ -1,6 +1,7 @@
 #pragma once
 
-// Catches what goes through SDL_Log for as long as it lives.
+// Catches what the game logs with SDL_Log for as long as it lives. What SDL logs of its own accord,
+// in other categories, is dropped.
 
 #include <SDL3/SDL_log.h>
 
@@ -21,10 +22,15 @@ public:
 
     const std::vector<std::string>& Messages() const { return Caught; }
 
+    /// Forgets them.
+    void Clear() { Caught.clear(); }
+
 private:
-    static void Catch(void* self, int /*category*/, SDL_LogPriority /*priority*/,
-                      const char* message) {
-        static_cast<CapturedLog*>(self)->Caught.emplace_back(message);
+    static void SDLCALL Catch(void* self, int category, SDL_LogPriority /*priority*/,
+                              const char* message) {
+        if (category == SDL_LOG_CATEGORY_APPLICATION) {
+            static_cast<CapturedLog*>(self)->Caught.emplace_back(message);
+        }
     }
 
     SDL_LogOutputFunction Previous = nullptr;

@@ -1,13 +1,11 @@
 #pragma once
 
-// SDL's video subsystem for one test, on a driver of choice, with what SDL_Log is told.
+// SDL's video subsystem for one test, on a driver of choice.
 
 #include <SDL3/SDL.h>
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace Wirefall {
 
@@ -34,35 +32,6 @@ public:
 
 private:
     bool Started = false;
-};
-
-/// Collects the messages of SDL_Log while it lives.
-class LogCapture {
-public:
-    LogCapture() {
-        SDL_SetLogPriority(SDL_LOG_CATEGORY_APPLICATION, SDL_LOG_PRIORITY_INFO);
-        SDL_GetLogOutputFunction(&FormerFunction, &FormerData);
-        SDL_SetLogOutputFunction(&LogCapture::Collect, this);
-    }
-    LogCapture(const LogCapture&) = delete;
-    LogCapture(LogCapture&&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
-    LogCapture& operator=(LogCapture&&) = delete;
-    ~LogCapture() { SDL_SetLogOutputFunction(FormerFunction, FormerData); }
-
-    std::vector<std::string> Messages;
-
-private:
-    static void SDLCALL Collect(void* self, int category, SDL_LogPriority /*priority*/,
-                                const char* message) {
-        // The game logs with SDL_Log alone; other categories are SDL's own.
-        if (category == SDL_LOG_CATEGORY_APPLICATION) {
-            static_cast<LogCapture*>(self)->Messages.emplace_back(message);
-        }
-    }
-
-    SDL_LogOutputFunction FormerFunction = nullptr;
-    void* FormerData = nullptr;
 };
 
 struct SdlDestroy {
