@@ -12,6 +12,7 @@
 #include "game/GameApp.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
+#include "support/CapturedOutput.h"
 #include "support/TestHome.h"
 
 #include <SDL3/SDL_events.h>
@@ -29,6 +30,7 @@ namespace {
 using Testing::Call;
 using Testing::CallsOf;
 using Testing::CapturedLog;
+using Testing::CapturedOutput;
 using Testing::FailingCall;
 using Testing::InjectedError;
 using Testing::ScopedBasePath;
@@ -76,9 +78,8 @@ protected:
 
     bool Init() {
         const CapturedLog log;
-        testing::internal::CaptureStdout(); // velINI tells there of files that are not
+        const CapturedOutput quiet; // velINI tells there of files that are not
         const bool started = InitAudio(App, Music);
-        testing::internal::GetCapturedStdout();
         Log = log.Messages();
         return started;
     }

@@ -1,5 +1,6 @@
 #include "game/GameApp.h"
 #include "options/AudioPage.h"
+#include "support/CapturedOutput.h"
 #include "support/SameApp.h"
 #include "words/LanguageFiles.h"
 #include "words/Localization.h"
@@ -31,9 +32,8 @@ public:
 
 protected:
     AudioEditTest() {
-        testing::internal::CaptureStdout(); // velINI tells there of files that are not
+        const Testing::CapturedOutput quiet; // velINI tells there of files that are not
         LoadLocalization(App);
-        testing::internal::GetCapturedStdout();
         BeginAudioEdit(App);
     }
     void Adjust(std::int32_t row, std::int32_t direction) {
@@ -42,9 +42,8 @@ protected:
     }
 
     void Apply() {
-        testing::internal::CaptureStdout();
+        const Testing::CapturedOutput quiet;
         ApplyAudioEdit(App);
-        testing::internal::GetCapturedStdout();
     }
 
     GameApp App;

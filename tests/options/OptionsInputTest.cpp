@@ -5,6 +5,7 @@
 #include "options/ControlsPage.h"
 #include "options/GraphicsPage.h"
 #include "options/OptionsScreen.h"
+#include "support/CapturedOutput.h"
 #include "support/SameApp.h"
 #include "words/LanguageFiles.h"
 #include "words/Localization.h"
@@ -86,9 +87,8 @@ protected:
 
     // velINI tells on the standard output of files that are not there.
     static void Quietly(const std::function<void()>& run) {
-        testing::internal::CaptureStdout();
+        const Testing::CapturedOutput quiet;
         run();
-        testing::internal::GetCapturedStdout();
     }
 
     Sounds Press(PressCode code) {

@@ -8,6 +8,7 @@
 #include "sim/PacketTick.h"
 #include "sim/Simulation.h"
 #include "support/Allocations.h"
+#include "support/CapturedOutput.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
@@ -149,9 +150,8 @@ TEST_F(Exhaustion, NoOptionsFileNeedsMuchMemory) {
             text += line;
         }
         Testing::WriteFileText(User.File("Config.ini"), text);
-        testing::internal::CaptureStdout();
+        const Testing::CapturedOutput quiet;
         EXPECT_TRUE(LoadOptions(App));
-        testing::internal::GetCapturedStdout();
     }
     EXPECT_LT(PeakMemoryKilobytes(), MostKilobytes);
 }

@@ -5,6 +5,7 @@
 #include "display/DisplayModes.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/CapturedOutput.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
@@ -107,14 +108,14 @@ class ObstructedFiles : public GameFiles, public testing::WithParamInterface<Obs
 TEST_P(ObstructedFiles, DoNotStopTheGame) {
     User.Create();
     GetParam().Place(User);
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
-    StartAndPlaySomeFrames();
-    Testing::StartSampleRun(3, 5, 200);
-    RunFrame(G);
-    ShutdownGame(G);
-    testing::internal::GetCapturedStdout();
-    testing::internal::GetCapturedStderr();
+    {
+        const Testing::CapturedErrors quietErrors;
+        const Testing::CapturedOutput quiet;
+        StartAndPlaySomeFrames();
+        Testing::StartSampleRun(3, 5, 200);
+        RunFrame(G);
+        ShutdownGame(G);
+    }
 
     fs::remove_all(User.DataHome() / "Velkor");
     StartAndPlaySomeFrames();

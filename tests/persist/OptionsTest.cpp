@@ -4,6 +4,7 @@
 #include "display/LogicalCanvas.h"
 #include "game/GameApp.h"
 #include "support/CapturedLog.h"
+#include "support/CapturedOutput.h"
 #include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
 
@@ -15,6 +16,7 @@
 namespace Wirefall {
 namespace {
 
+using Testing::CapturedOutput;
 using Testing::NamesIn;
 using Testing::ReadFileBytes;
 using Testing::TextOf;
@@ -164,18 +166,16 @@ TEST_F(Options, WithoutAPlaceForFilesAreNeitherLoadedNorSaved) {
 
 TEST_F(Options, InAFileOfFiveBytesAreNotThere) {
     PutFile("[A]\n\n");
-    testing::internal::CaptureStdout();
+    const CapturedOutput output;
     EXPECT_FALSE(LoadOptions(App));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "INI file cannot be smaller than 6 bytes! (Size in bytes: 5)\n");
+    EXPECT_EQ(output.Text(), "INI file cannot be smaller than 6 bytes! (Size in bytes: 5)\n");
     EXPECT_EQ(NamesIn(User.Path()), Names{"Config.ini"});
 }
 
 TEST_F(Options, BehindASyntaxErrorKeepTheirValues) {
     PutFile("[Audio]\nMasterVolume=10\nno separator\nMusicVolume=20\n");
-    testing::internal::CaptureStdout();
+    const CapturedOutput quiet;
     EXPECT_TRUE(LoadOptions(App));
-    testing::internal::GetCapturedStdout();
     EXPECT_EQ(App.MasterVolume, 10);
     EXPECT_EQ(App.MusicVolume, 50);
 }
@@ -195,9 +195,8 @@ TEST_F(Options, InAFileWithABrokenEscapeAllKeepTheirValuesAndTheFileStays) {
 TEST_F(Options, InMalformedWideTextAllKeepTheirValues) {
     PutFile(std::string("\xff\xfe[\0A\0]\0\x00\xd8\x41\0", 12));
     const Testing::CapturedLog log;
-    testing::internal::CaptureStdout();
+    const CapturedOutput quiet;
     EXPECT_TRUE(LoadOptions(App));
-    testing::internal::GetCapturedStdout();
     EXPECT_EQ(log.Messages().size(), 1U);
     EXPECT_EQ(App.MasterVolume, 100);
 }
@@ -485,13 +484,12 @@ TEST_F(InterruptedOptions, GiveWayToAnyOtherFile) {
 }
 
 TEST_F(InterruptedOptions, CutOffWhileTheyWereStagedChangeNothing) {
-    testing::internal::CaptureStdout();
+    const CapturedOutput quiet;
     for (std::size_t size = 0; size < Staged.size(); ++size) {
         Stage(Staged.substr(0, size));
         ASSERT_FALSE(LoadOptions(App)) << "This is still a first start: " << size;
         ASSERT_EQ(NamesIn(User.Path()), Names{});
     }
-    testing::internal::GetCapturedStdout();
 }
 
 velINIStream DocumentWith(const std::string& value) {

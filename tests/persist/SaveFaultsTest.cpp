@@ -6,6 +6,7 @@
 #include "persist/Options.h"
 #include "persist/SaveState.h"
 #include "sim/Simulation.h"
+#include "support/CapturedOutput.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
@@ -20,6 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using Testing::Bytes;
+using Testing::CapturedErrors;
+using Testing::CapturedOutput;
 using Testing::NamesIn;
 using Testing::ReadFileBytes;
 using Testing::WriteFileBytes;
@@ -92,13 +95,12 @@ protected:
 INSTANTIATE_TEST_SUITE_P(KeptFiles, Fault, testing::ValuesIn(KeptFiles), NameOf);
 
 TEST_P(Fault, DiskFullAtEveryByteLeavesTheOldFile) {
-    testing::internal::CaptureStdout(); // velINI reports the short file.
     for (std::size_t limit = 0; limit < New.size(); ++limit) {
+        const CapturedOutput quiet; // velINI reports the short file.
         const Testing::FullDisk disk(limit);
         ASSERT_FALSE(Write()) << limit;
         ASSERT_TRUE(OldIsIntact()) << limit;
     }
-    testing::internal::GetCapturedStdout();
     const Testing::FullDisk disk(New.size());
     ExpectNextWriteHeals();
 }
@@ -120,7 +122,7 @@ TEST_P(Fault, ADiskTooSmallAtAnyPointLeavesTheOldFile) {
         GTEST_SKIP() << "This process may not mount anything";
     }
     const Bytes small = {'o', 'l', 'd'};
-    testing::internal::CaptureStdout(); // velINI reports the short file.
+    const CapturedOutput quiet; // velINI reports the short file.
     for (std::size_t pages = 1; pages <= 2 * New.size() / PageSize + 4; ++pages) {
         EXPECT_TRUE(Testing::HoldsInChild([this, &small, pages] {
             if (!MountSmallDisk(User.Path(), pages)) {
@@ -131,7 +133,6 @@ TEST_P(Fault, ADiskTooSmallAtAnyPointLeavesTheOldFile) {
             return Content() == expected && NamesIn(User.Path()) == Names{GetParam().Name};
         })) << pages;
     }
-    testing::internal::GetCapturedStdout();
     EXPECT_TRUE(OldIsIntact());
 }
 
@@ -154,13 +155,11 @@ TEST_P(Fault, AnUnreadableFileStaysAsItIs) {
 TEST_P(Fault, AFileInPlaceOfThePrefPathStaysAsItIs) {
     fs::remove_all(User.Path());
     Testing::WriteFileText(User.Path(), "a file");
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
+    const CapturedErrors quietErrors;
+    const CapturedOutput quiet;
     EXPECT_FALSE(Load());
     App.HasSavedRun = true;
     EXPECT_FALSE(Write());
-    testing::internal::GetCapturedStdout();
-    testing::internal::GetCapturedStderr();
     EXPECT_EQ(ReadFileBytes(User.Path()), Testing::BytesOf("a file"));
     EXPECT_EQ(NamesIn(User.DataHome() / "Velkor"), Names{"Wirefall"});
     fs::remove(User.Path());
@@ -174,11 +173,9 @@ TEST_P(Fault, AFolderThatWasRemovedComesBack) {
 
 TEST_P(Fault, AFolderInPlaceOfTheTemporaryFileStaysAsItIs) {
     fs::create_directory(StagedFile());
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
+    const CapturedErrors quietErrors;
+    const CapturedOutput quiet;
     EXPECT_FALSE(Write());
-    testing::internal::GetCapturedStdout();
-    testing::internal::GetCapturedStderr();
     EXPECT_EQ(Content(), Old);
     EXPECT_TRUE(fs::is_directory(StagedFile()));
     Load();

@@ -5,6 +5,7 @@
 #include "persist/TaggedTree.h"
 #include "sim/Simulation.h"
 #include "support/CapturedLog.h"
+#include "support/CapturedOutput.h"
 #include "support/SampleRuns.h"
 #include "support/UserFolder.h"
 
@@ -297,13 +298,13 @@ TEST_F(Loading, LooksAtNothingBehindTheRoot) {
 
 TEST_F(Loading, IsSilent) {
     const Testing::CapturedLog log;
-    testing::internal::CaptureStderr();
+    const Testing::CapturedErrors errors;
     Tree["RunState"]["Level"] = TaggedTree::Int32(0);
     EXPECT_TRUE(LoadTree());
     std::filesystem::remove(User.File("SaveState.bin"));
     EXPECT_FALSE(LoadSaveState(App));
     EXPECT_EQ(log.Messages(), Names{});
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(errors.Text(), "");
 }
 
 // What a process leaves behind that was killed while it saved: what it had staged in the temporary

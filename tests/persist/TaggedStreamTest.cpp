@@ -1,5 +1,6 @@
 #include "persist/TaggedStream.h"
 
+#include "support/CapturedOutput.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@ namespace Wirefall {
 namespace {
 
 using Testing::BytesOf;
+using Testing::CapturedErrors;
 using Testing::FromHex;
 using Testing::FullDisk;
 using Testing::ReadFileBytes;
@@ -161,9 +163,9 @@ TEST(TaggedWriter, SaysWhichFileItCannotWrite) {
     const Testing::TemporaryFolder folder;
     const std::string path = folder.File("missing/stream");
     TaggedWriter writer;
-    testing::internal::CaptureStderr();
+    const CapturedErrors errors;
     EXPECT_FALSE(writer.OpenForWriting(path));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Unable to write file: " + path + "\n");
+    EXPECT_EQ(errors.Text(), "Unable to write file: " + path + "\n");
     writer.WriteInt32(1);
     EXPECT_FALSE(writer.Close());
     EXPECT_TRUE(Testing::NamesIn(folder.Path()).empty());
@@ -174,9 +176,8 @@ TEST(TaggedWriter, LosesItsFileWhenTheNextCannotBeOpened) {
     TaggedWriter writer;
     ASSERT_TRUE(writer.OpenForWriting(folder.File("first")));
     writer.WriteInt32(1);
-    testing::internal::CaptureStderr();
+    const CapturedErrors quiet;
     EXPECT_FALSE(writer.OpenForWriting(folder.File("missing/stream")));
-    testing::internal::GetCapturedStderr();
     writer.WriteInt32(2);
     EXPECT_FALSE(writer.Close());
     EXPECT_EQ(ReadFileBytes(folder.File("first")), FromHex("03 01000000"));
@@ -517,9 +518,9 @@ TEST(TaggedReader, WarnsOfAnEmptyFileAndGivesNone) {
     const Testing::TemporaryFolder folder;
     WriteFileBytes(folder.File("stream"), {});
     TaggedReader reader;
-    testing::internal::CaptureStderr();
+    const CapturedErrors errors;
     EXPECT_TRUE(reader.LoadFile(folder.File("stream")));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(errors.Text(),
               "Warning: Unable to determine file size, proceeding without reservation!\n");
     EXPECT_EQ(reader.ReadValue().Tag, TagKind::None);
 }
@@ -527,10 +528,9 @@ TEST(TaggedReader, WarnsOfAnEmptyFileAndGivesNone) {
 TEST(TaggedReader, SaysWhichFileItCannotRead) {
     const Testing::TemporaryFolder folder;
     TaggedReader reader;
-    testing::internal::CaptureStderr();
+    const CapturedErrors errors;
     EXPECT_FALSE(reader.LoadFile(folder.File("missing")));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Unable to read file: " + folder.File("missing") + "!\n");
+    EXPECT_EQ(errors.Text(), "Unable to read file: " + folder.File("missing") + "!\n");
 }
 
 TEST(TaggedReader, ReadsWhatCannotBeSoughtInFromWhereItStands) {
@@ -539,10 +539,10 @@ TEST(TaggedReader, ReadsWhatCannotBeSoughtInFromWhereItStands) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::thread feeder([&pipe] { WriteFileBytes(pipe, WorkedExample); });
     TaggedReader reader;
-    testing::internal::CaptureStderr();
+    const CapturedErrors errors;
     EXPECT_TRUE(reader.LoadFile(pipe));
     feeder.join();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(errors.Text(),
               "Error: Failed to seek to end of file, proceeding without reservation!\n");
     EXPECT_EQ(reader.Buffer, WorkedExample);
 }
@@ -550,9 +550,8 @@ TEST(TaggedReader, ReadsWhatCannotBeSoughtInFromWhereItStands) {
 TEST(TaggedReader, AFolderIsAFileWithoutContent) {
     const Testing::TemporaryFolder folder;
     TaggedReader reader;
-    testing::internal::CaptureStderr();
+    const CapturedErrors quiet;
     EXPECT_TRUE(reader.LoadFile(folder.Path().string()));
-    testing::internal::GetCapturedStderr();
     EXPECT_EQ(reader.Size, 0U);
 }
 

@@ -1,6 +1,7 @@
 #include "storage/Storage.h"
 
 #include "support/CapturedLog.h"
+#include "support/CapturedOutput.h"
 #include "support/UserFolder.h"
 #include "velini/VelINIStream.h"
 
@@ -261,10 +262,10 @@ TEST(InstalledIni, IsTriedTwiceWhenItIsBroken) {
     const UserFolder user;
     const InstalledFile installed("a=1");
     velINI::velINIStream document;
-    testing::internal::CaptureStdout();
+    const Testing::CapturedOutput output;
     EXPECT_FALSE(LoadIniFromInstall(InstalledFile::Name(), document));
     const std::string message = "INI file cannot be smaller than 6 bytes! (Size in bytes: 3)\n";
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), message + message);
+    EXPECT_EQ(output.Text(), message + message);
     EXPECT_EQ(NamesIn(user.Path()), Names{});
 }
 
@@ -279,9 +280,8 @@ TEST(InstalledIni, IsNotLookedForOutsideTheDataFolder) {
 TEST(InstalledIni, IsNotThere) {
     const UserFolder user;
     velINI::velINIStream document;
-    testing::internal::CaptureStdout();
+    const Testing::CapturedOutput quiet;
     EXPECT_FALSE(LoadIniFromInstall("storage-test-missing.ini", document));
-    testing::internal::GetCapturedStdout();
     EXPECT_EQ(NamesIn(user.Path()), Names{});
 }
 

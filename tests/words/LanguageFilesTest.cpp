@@ -4,6 +4,7 @@
 #include "words/LanguageFiles.h"
 
 #include "support/CapturedLog.h"
+#include "support/CapturedOutput.h"
 #include "support/TestFiles.h"
 #include "support/TestHome.h"
 #include "words/Localization.h"
@@ -48,9 +49,8 @@ protected:
     // Returns the language of the options afterwards.
     static std::string Load(std::string language) {
         LanguageSetting setting = {std::move(language)};
-        testing::internal::CaptureStdout(); // velINI tells there of files that are not
+        const Testing::CapturedOutput quiet; // velINI tells there of files that are not
         LoadLocalization(setting);
-        testing::internal::GetCapturedStdout();
         return setting.Language;
     }
 
@@ -346,11 +346,10 @@ TEST_F(LanguageFiles, ThatAreMissingOrBinaryHaveNoTexts) {
     Install("Binary.ini", std::string("\x7f"
                                       "ELF\0\0\0[\0]\0\x90\n\n",
                                       14));
-    testing::internal::CaptureStdout();
+    const Testing::CapturedOutput quiet;
     EXPECT_FALSE(LoadCatalogFile("Localization/Missing.ini"));
     EXPECT_FALSE(LoadCatalogFile("Localization"));
     LoadCatalogFile("Localization/Binary.ini");
-    testing::internal::GetCapturedStdout();
     EXPECT_TRUE(LocalizationCatalog.Texts.empty());
     EXPECT_EQ(Log.Messages(), Messages{});
 }
