@@ -10,6 +10,7 @@
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
 #include "support/TestHome.h"
+#include "support/VirtualControllers.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_joystick.h>
@@ -380,25 +381,19 @@ TEST_F(Frames, OfTwoFadesTheDarkerShows) {
 TEST_F(Frames, FastForwardIsOnWhileItsKeyIsHeldInPlay) {
     PlayOn(Testing::DrawnRun(OpenRoad));
     G.App.JoystickBindings.at(ActionIndex(InputAction::FastForward)) = 2;
-    SDL_VirtualJoystickDesc desc;
-    SDL_INIT_INTERFACE(&desc);
-    desc.type = SDL_JOYSTICK_TYPE_FLIGHT_STICK;
-    desc.nbuttons = 4;
-    const SDL_JoystickID id = SDL_AttachVirtualJoystick(&desc);
-    ASSERT_NE(id, 0U);
+    VirtualJoystick stick;
     FrameAfter(0);
     ASSERT_NE(G.Controllers.Joystick, nullptr);
-    SDL_SetJoystickVirtualButton(G.Controllers.Joystick, 2, true);
+    stick.PressButton(2);
     SDL_UpdateJoysticks();
     FrameAfter(125);
     EXPECT_TRUE(LiveRun().FastForward);
     EXPECT_EQ(LiveRun().Tick, 3U);
-    SDL_SetJoystickVirtualButton(G.Controllers.Joystick, 2, false);
+    stick.ReleaseButton(2);
     SDL_UpdateJoysticks();
     FrameAfter(125);
     EXPECT_FALSE(LiveRun().FastForward);
     EXPECT_EQ(LiveRun().Tick, 4U);
-    SDL_DetachVirtualJoystick(id);
 }
 
 } // namespace

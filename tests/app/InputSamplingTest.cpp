@@ -657,10 +657,7 @@ TEST_F(InputSamplingTest, SeveralPressesOfAFrameKeepTheirOrder) {
     VirtualGamepad gamepad;
     Pump();
     for (const SDL_Scancode key : {SDL_SCANCODE_LEFT, SDL_SCANCODE_Q, SDL_SCANCODE_RETURN}) {
-        SDL_Event event = {};
-        event.key.type = SDL_EVENT_KEY_DOWN;
-        event.key.scancode = key;
-        ASSERT_TRUE(SDL_PushEvent(&event));
+        PushKey(key);
     }
     EXPECT_EQ(Pump(), (Presses{Press::Left, Press::RotateLeft, Press::Confirm}));
 }

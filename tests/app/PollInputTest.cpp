@@ -3,74 +3,35 @@
 
 #include "app/Game.h"
 #include "app/InputPump.h"
-#include "input/Controllers.h"
 #include "sim/Simulation.h"
 #include "support/BoardDrawing.h"
-
-#include <SDL3/SDL_events.h>
-#include <SDL3/SDL_hints.h>
-#include <SDL3/SDL_init.h>
-#include <SDL3/SDL_joystick.h>
-#include <gtest/gtest.h>
+#include "support/InputFixture.h"
 
 namespace Wirefall {
 namespace {
 
-class Input : public testing::Test {
+class Input : public InputTest {
 protected:
     void SetUp() override {
-        SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
-        ASSERT_TRUE(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMEPAD));
         Testing::InstallLiveRun(Testing::DrawnRun({"→────────⇐"}));
         App.Screen = AppScreen::Playing;
-    }
-    void TearDown() override {
-        CloseControllers(Controllers);
-        SDL_Quit();
-        SDL_ResetHint(SDL_HINT_VIDEO_DRIVER);
-    }
-
-    // Attaches a device and opens it, as its event asks for.
-    SDL_Joystick* Attach(SDL_JoystickType type) {
-        SDL_VirtualJoystickDesc desc;
-        SDL_INIT_INTERFACE(&desc);
-        desc.type = static_cast<Uint16>(type);
-        desc.naxes = type == SDL_JOYSTICK_TYPE_GAMEPAD ? SDL_GAMEPAD_AXIS_COUNT : 2;
-        desc.nbuttons = type == SDL_JOYSTICK_TYPE_GAMEPAD ? SDL_GAMEPAD_BUTTON_COUNT : 8;
-        desc.nhats = type == SDL_JOYSTICK_TYPE_GAMEPAD ? 0 : 1;
-        const SDL_JoystickID id = SDL_AttachVirtualJoystick(&desc);
-        EXPECT_NE(id, 0U);
-        Poll();
-        return SDL_GetJoystickFromID(id);
     }
 
     void Poll() { PollInput(App, Controllers, nullptr, nullptr); }
 
-    void PressButton(SDL_Joystick* joystick, int button) {
-        SDL_SetJoystickVirtualButton(joystick, button, true);
+    void PressButton(VirtualDevice& device, int button) {
+        device.PressButton(button);
         SDL_UpdateJoysticks();
-        SDL_SetJoystickVirtualButton(joystick, button, false);
-        SDL_UpdateJoysticks();
-        Poll();
-    }
-
-    void MoveAxis(SDL_Joystick* joystick, int axis, Sint16 value) {
-        SDL_SetJoystickVirtualAxis(joystick, axis, value);
+        device.ReleaseButton(button);
         SDL_UpdateJoysticks();
         Poll();
     }
 
-    static void PushKey(SDL_Scancode scancode, bool repeat = false) {
-        SDL_Event event{};
-        event.type = SDL_EVENT_KEY_DOWN;
-        event.key.scancode = scancode;
-        event.key.down = true;
-        event.key.repeat = repeat;
-        SDL_PushEvent(&event);
+    void MoveAxis(VirtualDevice& device, int axis, int value) {
+        device.MoveAxis(axis, value);
+        SDL_UpdateJoysticks();
+        Poll();
     }
-
-    GameApp App;
-    ControllerSet Controllers;
 };
 
 TEST_F(Input, KeysPlayTheBoard) {
@@ -106,7 +67,8 @@ TEST_F(Input, AnArrowThatWasBoundAwayIsDeadOnTheMenuToo) {
 }
 
 TEST_F(Input, AGamepadPlaysTheBoard) {
-    SDL_Joystick* const pad = Attach(SDL_JOYSTICK_TYPE_GAMEPAD);
+    VirtualGamepad pad;
+    Poll();
     ASSERT_NE(Controllers.Gamepad, nullptr);
     PressButton(pad, SDL_GAMEPAD_BUTTON_DPAD_LEFT);
     PressButton(pad, SDL_GAMEPAD_BUTTON_RIGHT_SHOULDER);
@@ -125,9 +87,10 @@ TEST_F(Input, AGamepadPlaysTheBoard) {
 }
 
 TEST_F(Input, AJoystickPlaysTheBoard) {
-    SDL_Joystick* const stick = Attach(SDL_JOYSTICK_TYPE_FLIGHT_STICK);
+    VirtualJoystick stick;
+    Poll();
     ASSERT_NE(Controllers.Joystick, nullptr);
-    SDL_SetJoystickVirtualHat(stick, 0, SDL_HAT_UP);
+    stick.MoveHat(0, SDL_HAT_UP);
     SDL_UpdateJoysticks();
     Poll();
     EXPECT_EQ(LiveRun().CursorY, 4);
@@ -143,15 +106,17 @@ TEST_F(Input, AJoystickPlaysTheBoard) {
 }
 
 TEST_F(Input, APadThatIsUnpluggedWhileItIsHeldLetsThePlayGoOn) {
-    SDL_Joystick* const pad = Attach(SDL_JOYSTICK_TYPE_GAMEPAD);
+    VirtualGamepad pad;
+    Poll();
     MoveAxis(pad, SDL_GAMEPAD_AXIS_LEFTX, 32000);
     EXPECT_EQ(LiveRun().CursorX, 6);
-    EXPECT_TRUE(SDL_DetachVirtualJoystick(SDL_GetJoystickID(pad)));
+    pad.PullOut();
     SDL_UpdateJoysticks();
     Poll();
     EXPECT_EQ(Controllers.Gamepad, nullptr);
     EXPECT_FALSE(Controllers.GamepadLatches.Right);
-    SDL_Joystick* const next = Attach(SDL_JOYSTICK_TYPE_GAMEPAD);
+    VirtualGamepad next;
+    Poll();
     ASSERT_NE(Controllers.Gamepad, nullptr);
     PressButton(next, SDL_GAMEPAD_BUTTON_DPAD_RIGHT);
     EXPECT_EQ(LiveRun().CursorX, 7);

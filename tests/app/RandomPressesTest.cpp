@@ -17,6 +17,7 @@
 #include "support/SoftwareCanvas.h"
 #include "support/TestHome.h"
 #include "support/VideoFixture.h"
+#include "support/VirtualControllers.h"
 #include "words/LanguageFiles.h"
 
 #include <SDL3/SDL.h>
@@ -66,50 +67,24 @@ constexpr std::array<PressCode, 20> LikelyKeys = {
     Press::Up,      SDL_SCANCODE_SPACE, Press::RotateLeft,    SDL_SCANCODE_BACKSPACE,
 };
 
-// A controller that is plugged in for as long as it lives.
-class PluggedIn {
-public:
-    explicit PluggedIn(SDL_JoystickType type) {
-        SDL_VirtualJoystickDesc description;
-        SDL_INIT_INTERFACE(&description);
-        description.type = static_cast<Uint16>(type);
-        description.naxes = SDL_GAMEPAD_AXIS_COUNT;
-        description.nbuttons = ButtonCount;
-        description.nhats = 1;
-        Id = SDL_AttachVirtualJoystick(&description);
-        EXPECT_NE(Id, 0U) << SDL_GetError();
+// Moves something on the controller.
+void PlayWith(VirtualDevice& device, Dice& dice) {
+    switch (dice.Roll(4)) {
+    case 0: {
+        const int axis = static_cast<int>(dice.Roll(3));
+        device.MoveAxis(axis, static_cast<int>(dice.Roll(65536)) - 32768);
+        break;
     }
-    ~PluggedIn() { SDL_DetachVirtualJoystick(Id); }
-    PluggedIn(const PluggedIn&) = delete;
-    PluggedIn& operator=(const PluggedIn&) = delete;
-
-    // Moves something that the game has open.
-    void Play(Dice& dice) const {
-        SDL_Joystick* const joystick = SDL_GetJoystickFromID(Id);
-        if (joystick == nullptr) {
-            return;
-        }
-        switch (dice.Roll(4)) {
-        case 0:
-            SDL_SetJoystickVirtualAxis(
-                joystick, static_cast<int>(dice.Roll(3)),
-                static_cast<Sint16>(static_cast<int>(dice.Roll(65536)) - 32768));
-            break;
-        case 1:
-            SDL_SetJoystickVirtualHat(joystick, 0, static_cast<Uint8>(dice.Roll(16)));
-            break;
-        default:
-            const int button = static_cast<int>(dice.Roll(ButtonCount));
-            SDL_SetJoystickVirtualButton(joystick, button,
-                                         !SDL_GetJoystickButton(joystick, button));
-            break;
-        }
+    case 1:
+        device.MoveHat(0, static_cast<std::uint8_t>(dice.Roll(16)));
+        break;
+    default: {
+        const int button = static_cast<int>(dice.Roll(SDL_GAMEPAD_BUTTON_COUNT));
+        device.IsPressed(button) ? device.ReleaseButton(button) : device.PressButton(button);
+        break;
     }
-
-private:
-    static constexpr int ButtonCount = SDL_GAMEPAD_BUTTON_COUNT;
-    SDL_JoystickID Id = 0;
-};
+    }
+}
 
 // What the player has applied, in the words of the Options pages.
 struct AppliedControls {
@@ -305,7 +280,7 @@ protected:
         RunFrame(G);
     }
 
-    void PlugInOrPullOut(std::optional<PluggedIn>& device, SDL_JoystickType type) {
+    void PlugInOrPullOut(std::optional<VirtualDevice>& device, SDL_JoystickType type) {
         if (device) {
             device.reset();
         } else {
@@ -332,10 +307,10 @@ protected:
         } else if (what == 1) {
             PlugInOrPullOut(Stick, SDL_JOYSTICK_TYPE_FLIGHT_STICK);
         } else if (what < 40 && Pad) {
-            Pad->Play(dice);
+            PlayWith(*Pad, dice);
             Poll();
         } else if (what < 80 && Stick) {
-            Stick->Play(dice);
+            PlayWith(*Stick, dice);
             Poll();
         } else if (what < 100) {
             PressKey(1 + dice.Roll(MaxScancode));
@@ -406,8 +381,8 @@ protected:
     Game G;
     WindowPointer Window;
     std::optional<Testing::SoftwareCanvas> Canvas;
-    std::optional<PluggedIn> Pad;
-    std::optional<PluggedIn> Stick;
+    std::optional<VirtualDevice> Pad;
+    std::optional<VirtualDevice> Stick;
     Applied InForce;
     std::array<int, AllScreens.size()> ScreensSeen{};
     std::array<int, 4> Applies{}; // By OptionsPage.
