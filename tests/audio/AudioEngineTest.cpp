@@ -21,7 +21,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace Wirefall {
@@ -181,6 +184,41 @@ TEST_F(Engine, ReadsThePatternsBesideTheExecutable) {
     EXPECT_EQ(Music.Patterns[0]->ResolvedPath, DataPath + "Music/tune.wav");
     EXPECT_EQ(Music.FadeInMs, 5000);
     EXPECT_EQ(Music.FadeOutMs, 0);
+}
+
+// Whatever a file without one pattern says, nothing of it is left.
+TEST_F(Engine, TheBuiltInPatternsGiveEveryRoleItsPieceInALoop) {
+    struct RoleAndPiece {
+        std::string MusicRuntime::*Role;
+        const char* Piece;
+    };
+    const std::array<RoleAndPiece, 5> roles = {{
+        {&MusicRuntime::MenuPatternName, "MenuCredits.ogg"},
+        {&MusicRuntime::GameplayPatternName, "Gameplay.ogg"},
+        {&MusicRuntime::GameOverPatternName, "GameOver.ogg"},
+        {&MusicRuntime::DangerPatternName, "Water.ogg"},
+        {&MusicRuntime::InfectionPatternName, "GameOver.ogg"},
+    }};
+    WriteDefaultMusic();
+    WriteConfig("[Music]\nMenuPattern=a\nGameplayPattern=b\nGameOverPattern=c\nDangerPattern=d\n"
+                "InfectionPattern=e\nFadeInMs=1\nFadeOutMs=2\n");
+    ASSERT_TRUE(Init());
+    EXPECT_EQ(Log,
+              (Lines{ConfigFailed, "Initialized music runtime with built-in default patterns"}))
+        << "there is nothing to repair";
+    std::set<std::string> names;
+    for (const RoleAndPiece& role : roles) {
+        const std::string& name = Music.*role.Role;
+        names.insert(name);
+        const MusicPattern* const pattern = FindMusicPattern(Music.Patterns, name);
+        ASSERT_NE(pattern, nullptr) << name;
+        EXPECT_EQ(pattern->ResolvedPath, DataPath + "Music/" + role.Piece);
+        EXPECT_EQ(pattern->NextPatternName, name);
+    }
+    EXPECT_EQ(names.size(), roles.size()) << "two roles of one piece are told apart all the same";
+    EXPECT_EQ(Music.Patterns.size(), roles.size());
+    EXPECT_EQ(Music.FadeInMs, 360);
+    EXPECT_EQ(Music.FadeOutMs, 360);
 }
 
 TEST_F(Engine, AFileOfUnsafeNamesOnlyLeadsToTheBuiltInPatterns) {

@@ -18,48 +18,6 @@ using Testing::WavFormat;
 
 using Lines = std::vector<std::string>;
 
-// --- The built-in document ----------------------------------------------------------------------
-
-TEST(DefaultMusic, IsTheBuiltInTable) {
-    velINI::velINIStream document;
-    BuildDefaultMusicDocument(document);
-    struct Entry {
-        const char* Section;
-        const char* Key;
-        const char* Value;
-    };
-    const std::array<Entry, 17> expected = {{
-        {"Music", "MenuPattern", "MENU"},
-        {"Music", "GameplayPattern", "GAMEPLAY"},
-        {"Music", "GameOverPattern", "GAMEOVER"},
-        {"Music", "DangerPattern", "DANGER"},
-        {"Music", "InfectionPattern", "INFECTION"},
-        {"Music", "FadeInMs", "360"},
-        {"Music", "FadeOutMs", "360"},
-        {"Pattern.MENU", "FileName", "Music/MenuCredits.ogg"},
-        {"Pattern.MENU", "NextPatternName", "MENU"},
-        {"Pattern.GAMEPLAY", "FileName", "Music/Gameplay.ogg"},
-        {"Pattern.GAMEPLAY", "NextPatternName", "GAMEPLAY"},
-        {"Pattern.GAMEOVER", "FileName", "Music/GameOver.ogg"},
-        {"Pattern.GAMEOVER", "NextPatternName", "GAMEOVER"},
-        {"Pattern.DANGER", "FileName", "Music/Water.ogg"},
-        {"Pattern.DANGER", "NextPatternName", "DANGER"},
-        {"Pattern.INFECTION", "FileName", "Music/GameOver.ogg"},
-        {"Pattern.INFECTION", "NextPatternName", "INFECTION"},
-    }};
-    std::size_t next = 0;
-    for (const velINI::IniSection& section : document.Sections) {
-        for (const velINI::IniKey& key : section.Keys) {
-            ASSERT_LT(next, expected.size());
-            EXPECT_EQ(section.Name, expected.at(next).Section);
-            EXPECT_EQ(key.Name, expected.at(next).Key);
-            EXPECT_EQ(key.Value, expected.at(next).Value);
-            ++next;
-        }
-    }
-    EXPECT_EQ(next, expected.size());
-}
-
 // --- Loading ------------------------------------------------------------------------------------
 
 class Patterns : public testing::Test {

@@ -48,6 +48,18 @@ TEST(ShippedMusic, FillsEveryRoleWithoutARepair) {
     ShutdownAudio(music, false);
 }
 
+TEST(ShippedMusic, HasEveryPieceOfTheBuiltInPatterns) {
+    const std::string base = DataPath.string() + "/";
+    const Testing::ScopedBasePath data(base.c_str());
+    Testing::MemoryEngine engine;
+    velINI::velINIStream builtIn;
+    BuildDefaultMusicDocument(builtIn);
+    const CapturedLog log;
+    EXPECT_TRUE(LoadMusicPatterns(builtIn, engine.Music));
+    EXPECT_EQ(log.Messages(), std::vector<std::string>{});
+    EXPECT_EQ(engine.Music.Patterns.size(), 5U);
+}
+
 TEST(ShippedMusic, AccompaniesAGame) {
     const Testing::TestHome home;
     const Testing::DataFolder folder;
