@@ -1,4 +1,5 @@
-// Holds the floors of docs/architecture.md: which folder of src/ reads which others.
+// Holds the floors of docs/architecture.md: which folder of src/ reads which others. And that the
+// folders of tests/ read of one another only what they share.
 
 #include <gtest/gtest.h>
 
@@ -56,17 +57,17 @@ std::vector<std::string> LinesOf(const fs::path& file) {
     return lines;
 }
 
-// What each file of src/ includes of ours, by its path below src/.
-std::map<std::string, std::set<std::string>> IncludesOfFiles() {
+// What each file below the folder includes of ours, by its path there.
+std::map<std::string, std::set<std::string>> IncludesOfFiles(const fs::path& folder) {
     const std::regex include(R"re(^\s*#include "([^"]+)")re");
     std::map<std::string, std::set<std::string>> includes;
-    for (const auto& entry : fs::recursive_directory_iterator(Root / "src")) {
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         const std::string extension = entry.path().extension().string();
         if (extension != ".h" && extension != ".cpp") {
             continue;
         }
         std::set<std::string>& ofFile =
-            includes[fs::relative(entry.path(), Root / "src").generic_string()];
+            includes[fs::relative(entry.path(), folder).generic_string()];
         for (const std::string& line : LinesOf(entry.path())) {
             std::smatch match;
             if (std::regex_search(line, match, include)) {
@@ -107,7 +108,7 @@ TEST(Architecture, NoFolderReadsOneThatStandsAboveIt) {
 
 TEST(Architecture, EachFolderReadsWhatItsFloorSaysNoMoreAndNoLess) {
     std::map<std::string, std::set<std::string>> reads;
-    for (const auto& [file, includes] : IncludesOfFiles()) {
+    for (const auto& [file, includes] : IncludesOfFiles(Root / "src")) {
         std::set<std::string>& ofFolder = reads[FolderOf(file)];
         for (const std::string& included : includes) {
             if (FolderOf(included) != FolderOf(file)) {
@@ -132,7 +133,7 @@ TEST(Architecture, ThePageDrawsTheSameFloors) {
 
 // Neither in their own files nor in what they read of others.
 TEST(Architecture, TheRulesAndTheIniLibraryKnowNothingOfSdl) {
-    const std::map<std::string, std::set<std::string>> includes = IncludesOfFiles();
+    const std::map<std::string, std::set<std::string>> includes = IncludesOfFiles(Root / "src");
     std::set<std::string> reached;
     std::vector<std::string> open;
     for (const auto& [file, ofFile] : includes) {
@@ -153,6 +154,23 @@ TEST(Architecture, TheRulesAndTheIniLibraryKnowNothingOfSdl) {
             EXPECT_FALSE(line.starts_with("#include <SDL3")) << file << ": " << line;
         }
     }
+}
+
+// What one folder of tests takes from another stands in tests/support.
+TEST(Architecture, NoFolderOfTestsReadsAnotherButWhatTheyShare) {
+    std::size_t shared = 0;
+    for (const auto& [file, includes] : IncludesOfFiles(Root / "tests")) {
+        for (const std::string& included : includes) {
+            if (!fs::exists(Root / "tests" / included)) {
+                continue; // A header of the game.
+            }
+            const bool isShared = FolderOf(included) == "support";
+            shared += isShared ? 1U : 0U;
+            EXPECT_TRUE(isShared || FolderOf(included) == FolderOf(file))
+                << file << " reads " << included;
+        }
+    }
+    EXPECT_GT(shared, 50U);
 }
 
 } // namespace
