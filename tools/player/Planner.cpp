@@ -16,8 +16,8 @@ namespace {
 constexpr int LongestTrip = 400; // Ticks.
 
 // What is wrong with a way beside what it costs to build, in the same unit.
-constexpr int LinkCost = 3;     // A cell of it that the virus can enter from beside it.
-constexpr int NoWayCost = 1000; // There is none.
+constexpr int LinkCost = 15;     // A cell of it that the virus can enter from beside it.
+constexpr int NoWayCost = 10000; // There is none.
 
 // What a placement costs beside its presses.
 constexpr int PacketBelowCost = 4; // It may throw a packet off its way.

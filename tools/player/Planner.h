@@ -27,9 +27,9 @@ struct PlanWeights {
 };
 
 /// For hands that a press costs time.
-inline constexpr PlanWeights CountedPresses = {5};
+inline constexpr PlanWeights CountedPresses = {1};
 /// For hands that are as fast as they want to be.
-inline constexpr PlanWeights FreePresses = {100};
+inline constexpr PlanWeights FreePresses = {20};
 
 /// Whether a packet that spawns now would be delivered if nothing on the board changed.
 bool DeliversCleanly(const RunState& run);

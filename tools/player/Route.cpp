@@ -10,14 +10,14 @@ namespace Wirefall {
 namespace {
 
 // What a cell of the way costs. Nearly every tile of the queue goes straight on, but a turn needs a
-// Corner, or a TJunction where it fits, and a cure an Antivirus. A cell that the virus will reach
-// has to be cut off or built anew.
-constexpr int StandingCost = 1;
-constexpr int StraightCost = 5;
-constexpr int TurnCost = 11;
-constexpr int CureCost = 30;
+// Corner, or a TJunction where it fits, and a cure an Antivirus. That the virus will reach a cell
+// is no more than a reason to prefer another way: one cut may save all of this one.
+constexpr int StandingCost = 5;
+constexpr int StraightCost = 25;
+constexpr int TurnCost = 55;
+constexpr int CureCost = 150;
 constexpr int ThreatCost = 1;
-constexpr int BesideVirusCost = 1;
+constexpr int BesideVirusCost = 5;
 
 bool IsReadyAntivirus(const Tile& tile) { return tile.Type == TileType::Antivirus; }
 
@@ -105,12 +105,11 @@ private:
             }
             return IsReadyAntivirus(tile) ? StandingCost : CureCost;
         }
-        const int build = (straight ? StraightCost : TurnCost) +
-                          (IsBesideVirus(step.Where) ? BesideVirusCost : 0);
         if (!Carries(Run, tile, step)) {
-            return build;
+            return (straight ? StraightCost : TurnCost) +
+                   (IsBesideVirus(step.Where) ? BesideVirusCost : 0);
         }
-        return StandingCost + (Contagious[CellIndex(step.Where)] ? std::min(ThreatCost, build) : 0);
+        return StandingCost + (Contagious[CellIndex(step.Where)] ? ThreatCost : 0);
     }
 
     // All steps before the sink.

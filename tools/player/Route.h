@@ -68,8 +68,8 @@ struct Route {
 };
 
 /// The cheapest way from the source to the sink, by Dijkstra's algorithm over pairs of a cell and
-/// the direction in which it is entered. The cost is about the number of key presses that it takes
-/// to build what is missing and to make the way safe from the virus; an infected cell can be on it
+/// the direction in which it is entered. The cost tells how hard it is to build what is
+/// missing and to make the way safe from the virus; an infected cell can be on it
 /// at the price of an Antivirus. Cells of `avoided` are not used. There may be no way.
 Route FindRoute(const RunState& run, const CellSet& contagious, const CellSet& avoided = {});
 
