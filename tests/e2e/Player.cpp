@@ -1,6 +1,6 @@
 #include "e2e/Player.h"
 
-#include "e2e/RoutePlanner.h"
+#include "player/Planner.h"
 #include "sim/Arithmetic.h"
 
 #include <optional>

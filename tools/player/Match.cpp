@@ -122,8 +122,14 @@ void StartSeededRun(std::uint32_t seed) {
     GenerateLevel(run);
 }
 
+void CompleteByDecree() { LiveRun().DeliveredPackets = LiveRun().LevelTargetPackets; }
+
 RunReport PlayMatch(const MatchSettings& settings, const MatchObserver& observer) {
     StartSeededRun(settings.Seed);
+    while (LiveRun().Level < settings.FirstLevel) {
+        CompleteByDecree();
+        AdvanceLevel();
+    }
     RunReport report;
     report.Seed = settings.Seed;
     for (;;) {

@@ -1,9 +1,7 @@
 #include "player/Planner.h"
 
+#include "player/Forecast.h"
 #include "player/PressCodes.h"
-#include "sim/Arithmetic.h"
-#include "sim/PacketTick.h"
-#include "sim/Simulation.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,8 +11,6 @@ namespace Wirefall {
 
 namespace {
 
-constexpr int LongestTrip = 400; // Ticks.
-
 // What is wrong with a way beside what it costs to build, in the same unit.
 constexpr int LinkCost = 15;     // A cell of it that the virus can enter from beside it.
 constexpr int NoWayCost = 10000; // There is none.
@@ -23,44 +19,12 @@ constexpr int NoWayCost = 10000; // There is none.
 constexpr int PacketBelowCost = 4; // It may throw a packet off its way.
 constexpr int SecondWayGain = 2;
 
-// The run without its random engine: what a person can see of it. Copies of it are cheap, and a
-// forecast cannot look into the future of the queue.
-RunState VisibleRun(const RunState& run) {
-    RunState visible;
-    visible.Tiles = run.Tiles;
-    visible.Packets = run.Packets;
-    visible.Sources = run.Sources;
-    visible.Sinks = run.Sinks;
-    visible.TileQueue = run.TileQueue;
-    visible.CursorX = run.CursorX;
-    visible.CursorY = run.CursorY;
-    visible.PreviewRotation = run.PreviewRotation;
-    visible.LevelTargetPackets = std::numeric_limits<std::int32_t>::max();
-    visible.FailureThreshold = std::numeric_limits<std::int32_t>::max();
-    visible.Tick = run.Tick;
-    visible.SpawnIntervalTicks = run.SpawnIntervalTicks;
-    visible.VirusSpreadIntervalTicks = run.VirusSpreadIntervalTicks;
-    visible.NextSpawnTick = run.NextSpawnTick;
-    visible.PacketGraceRemaining = run.PacketGraceRemaining;
-    visible.VirusGraceRemaining = run.VirusGraceRemaining;
-    visible.VirusActiveTicks = run.VirusActiveTicks;
-    return visible;
-}
-
 int Distance(const Cell& a, const Cell& b) { return std::abs(a.X - b.X) + std::abs(a.Y - b.Y); }
 
 Cell CursorCell(const RunState& run) { return {run.CursorX, run.CursorY}; }
 
 bool IsInfected(const RunState& run, const Cell& cell) {
     return TileAt(run, cell.X, cell.Y).VirusInfected;
-}
-
-CellSet CellsOf(const Route& route) {
-    CellSet cells;
-    for (const RouteStep& step : route.Steps) {
-        cells.set(CellIndex(step.Where));
-    }
-    return cells;
 }
 
 // A way and how it stands with the virus.
@@ -74,7 +38,12 @@ struct Outlook {
     int Cost() const { return Way.Exists() ? Way.Cost + Links * LinkCost : NoWayCost; }
 };
 
+// What the virus can reach only by the way itself does not count, nor do the source and the sink.
 int CountLinks(const RunState& run, const Outlook& outlook) {
+    CellSet shut = outlook.OnWay;
+    shut.set(CellIndex({run.Sources.front().X, run.Sources.front().Y}));
+    shut.set(CellIndex({run.Sinks.front().X, run.Sinks.front().Y}));
+    const CellSet outside = ContagiousCells(run, shut);
     int links = 0;
     for (const RouteStep& step : outlook.Way.Steps) {
         const Tile& tile = TileAt(run, step.Where.X, step.Where.Y);
@@ -82,11 +51,8 @@ int CountLinks(const RunState& run, const Outlook& outlook) {
             continue;
         }
         links += static_cast<int>(std::ranges::count_if(AllDirections, [&](Direction d) {
-            if (!CanExit(run, tile, step.Where.X, step.Where.Y, d)) {
-                return false;
-            }
-            const std::size_t beside = CellIndex(Beyond(step.Where, d));
-            return outlook.Contagious[beside] && !outlook.OnWay[beside];
+            return CanExit(run, tile, step.Where.X, step.Where.Y, d) &&
+                   outside[CellIndex(Beyond(step.Where, d))];
         }));
     }
     return links;
@@ -105,6 +71,12 @@ bool IsStanding(const RunState& run, const Route& way) {
     return way.Exists() && std::ranges::all_of(way.Steps, [&run](const RouteStep& step) {
                return Carries(run, step);
            });
+}
+
+int CountExits(const RunState& run, const Cell& cell) {
+    return static_cast<int>(std::ranges::count_if(AllDirections, [&](Direction d) {
+        return CanExit(run, TileAt(run, cell.X, cell.Y), cell.X, cell.Y, d);
+    }));
 }
 
 bool IsSound(const RunState& run, const Outlook& outlook) {
@@ -136,15 +108,19 @@ public:
         if (!Now.Way.Exists()) {
             return std::nullopt;
         }
+        if (Weights.CanWait) {
+            Shut = CellsToKeepShut(Board, Now.Way);
+        }
+        if (CountShutExits() > 0) {
+            return FindQuarantine();
+        }
+        if (Shut.any() && IsReadyButForShutCells()) {
+            return std::nullopt;
+        }
         if (IsStanding(Board, Now.Way)) {
             FindSecondWay();
         }
-        const CellSet candidates = Candidates();
-        for (std::size_t index = 0; index < BoardCells; ++index) {
-            if (candidates[index]) {
-                TryCell(CellAt(index));
-            }
-        }
+        TryCells(Candidates() & ~Shut);
         return Best;
     }
 
@@ -159,22 +135,60 @@ private:
         SecondCells = CellsOf(Second) & ~Now.OnWay;
     }
 
+    // Makes the cells that are to be kept shut so.
+    std::optional<Placement> FindQuarantine() {
+        Quarantining = true;
+        TryCells(Shut | (BesideCursor() & ~Now.OnWay));
+        return Best;
+    }
+
+    int CountShutExits() const {
+        int exits = 0;
+        for (std::size_t index = 0; index < BoardCells; ++index) {
+            exits += Shut[index] ? CountExits(Board, CellAt(index)) : 0;
+        }
+        return exits;
+    }
+
+    bool IsReadyButForShutCells() const {
+        const CellSet cures = CureCells(Board, Now.Way);
+        return std::ranges::all_of(Now.Way.Steps, [&](const RouteStep& step) {
+            const std::size_t index = CellIndex(step.Where);
+            return Shut[index] ||
+                   (Carries(Board, step) &&
+                    (!cures[index] || Board.Tiles[index].Type == TileType::Antivirus));
+        });
+    }
+
+    CellSet BesideCursor() const {
+        CellSet cells;
+        cells.set(CellIndex(CursorCell(Board)));
+        for (const Direction d : AllDirections) {
+            const Cell beside = Beyond(CursorCell(Board), d);
+            if (InBounds(Board, beside.X, beside.Y)) {
+                cells.set(CellIndex(beside));
+            }
+        }
+        return cells;
+    }
+
+    void TryCells(const CellSet& cells) {
+        for (std::size_t index = 0; index < BoardCells; ++index) {
+            if (cells[index]) {
+                TryCell(CellAt(index));
+            }
+        }
+    }
+
     // The ways, whatever carries the virus beside the first, and where the cursor is.
     CellSet Candidates() const {
-        CellSet candidates = Now.OnWay | SecondCells;
+        CellSet candidates = Now.OnWay | SecondCells | BesideCursor();
         for (const RouteStep& step : Now.Way.Steps) {
             for (const Direction d : AllDirections) {
                 const Cell beside = Beyond(step.Where, d);
                 if (InBounds(Board, beside.X, beside.Y) && Now.Contagious[CellIndex(beside)]) {
                     candidates.set(CellIndex(beside));
                 }
-            }
-        }
-        candidates.set(CellIndex(CursorCell(Board)));
-        for (const Direction d : AllDirections) {
-            const Cell beside = Beyond(CursorCell(Board), d);
-            if (InBounds(Board, beside.X, beside.Y)) {
-                candidates.set(CellIndex(beside));
             }
         }
         return candidates;
@@ -203,9 +217,7 @@ private:
         const Tile former = tile;
         tile = MakeTile(Board.TileQueue[0], placement.Rotation);
         tile.VirusInfected = former.VirusInfected;
-        const Outlook after = LookAt(Board);
-        int cost =
-            presses + Weights.WayCost * after.Cost() + DistanceToWork(Board, after.Way, cell);
+        int cost = presses + CostOfBoard(cell);
         if (std::ranges::any_of(Board.Packets, [&cell](const Packet& p) {
                 return Cell{p.X, p.Y} == cell;
             })) {
@@ -221,6 +233,15 @@ private:
         }
     }
 
+    // Of the board as it lies, with the cursor on `cursor`.
+    int CostOfBoard(const Cell& cursor) const {
+        if (Quarantining) {
+            return Weights.WayCost * CountShutExits() * LinkCost;
+        }
+        const Outlook outlook = LookAt(Board);
+        return Weights.WayCost * outlook.Cost() + DistanceToWork(Board, outlook.Way, cursor);
+    }
+
     // To be asked while the tile lies on the board.
     bool FillsSecondWay(const Placement& placement) const {
         return std::ranges::any_of(Second.Steps, [&](const RouteStep& step) {
@@ -234,38 +255,13 @@ private:
     Outlook Now;
     Route Second;
     CellSet SecondCells;
+    CellSet Shut;
+    bool Quarantining = false;
     int BestCost = std::numeric_limits<int>::max();
     std::optional<Placement> Best;
 };
 
 } // namespace
-
-bool DeliversCleanly(const RunState& run) {
-    RunState trial = VisibleRun(run);
-    const Endpoint& source = trial.Sources.front();
-    Packet packet;
-    packet.X = source.X;
-    packet.Y = source.Y;
-    packet.Dir = source.Dir;
-    packet.Corrupted = TileAt(trial, source.X, source.Y).VirusInfected;
-    trial.Packets = {packet};
-    trial.PacketGraceRemaining = LongestTrip;
-    trial.VirusGraceRemaining = LongestTrip;
-    TickScratch scratch;
-    for (int tick = 0; tick < LongestTrip && !trial.Packets.empty(); ++tick) {
-        RunTick(trial, scratch);
-    }
-    return trial.DeliveredPackets == 1 && trial.CorruptedPackets == 0;
-}
-
-std::int32_t ForecastStrikes(const RunState& run, int ticks) {
-    RunState trial = VisibleRun(run);
-    TickScratch scratch;
-    for (int tick = 0; tick < ticks; ++tick) {
-        RunTick(trial, scratch);
-    }
-    return WrappingAdd(trial.LostPackets, trial.CorruptedPackets);
-}
 
 bool IsSettled(const RunState& run) { return IsSound(run, LookAt(run)); }
 

@@ -23,9 +23,7 @@ void PassFrame(std::uint32_t milliseconds) { AdvanceSimulation(milliseconds); }
 
 void TakeNextLevel(std::uint32_t /*unused*/) { AdvanceLevel(); }
 
-void CompleteByDecree(std::uint32_t /*unused*/) {
-    LiveRun().DeliveredPackets = LiveRun().LevelTargetPackets;
-}
+void ReachTarget(std::uint32_t /*unused*/) { CompleteByDecree(); }
 
 void Give(std::uint32_t code) { ApplyRunCommand(code); }
 
@@ -50,7 +48,7 @@ constexpr std::array<LetterRow, 14> Letters = {{
     {'t', true, true, PassStep, 0},
     {'m', false, true, PassFrame, 0},
     {'n', false, false, TakeNextLevel, 0},
-    {'c', false, false, CompleteByDecree, 0},
+    {'c', false, false, ReachTarget, 0},
     {'s', false, false, StartSeededRun, 0},
 }};
 
@@ -122,7 +120,8 @@ std::string FormatPlay(const std::vector<PlayCommand>& play) {
             endLine();
         }
         text += word;
-        if (command.Letter == 'n' || command.Letter == 's') {
+        const bool played = &command != &play.front() && (&command)[-1].Letter != 'c';
+        if (command.Letter == 'n' && played) {
             endLine();
         }
     }

@@ -41,7 +41,7 @@ public:
 /// Throws PlayError.
 std::vector<PlayCommand> ParsePlay(std::string_view text);
 
-/// The text of a play, a line for each level and more where a line would grow long.
+/// The text of a play, a line for each level that is played and more where one would grow long.
 std::string FormatPlay(const std::vector<PlayCommand>& play);
 
 /// Takes down what is done, in as few commands as it takes.

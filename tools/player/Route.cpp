@@ -142,12 +142,12 @@ private:
 
 } // namespace
 
-CellSet ContagiousCells(const RunState& run) {
+CellSet ContagiousCells(const RunState& run, const CellSet& shut) {
     CellSet contagious;
     std::array<Cell, BoardCells> open{};
     std::size_t openCount = 0;
     const auto add = [&](std::size_t index) {
-        if (!contagious[index] && run.Tiles[index].Type != TileType::Firewall) {
+        if (!contagious[index] && !shut[index] && run.Tiles[index].Type != TileType::Firewall) {
             contagious.set(index);
             open[openCount++] = CellAt(index);
         }
@@ -189,6 +189,14 @@ bool Carries(const RunState& run, const Tile& tile, const RouteStep& step) {
 
 bool Carries(const RunState& run, const RouteStep& step) {
     return Carries(run, TileAt(run, step.Where.X, step.Where.Y), step);
+}
+
+CellSet CellsOf(const Route& route) {
+    CellSet cells;
+    for (const RouteStep& step : route.Steps) {
+        cells.set(CellIndex(step.Where));
+    }
+    return cells;
 }
 
 Route FindRoute(const RunState& run, const CellSet& contagious, const CellSet& avoided) {

@@ -40,8 +40,9 @@ inline Cell CellAt(std::size_t index) {
 }
 
 /// The infected cells and all that the virus can reach from them as the board lies. Infected
-/// firewalls are not among them: they corrupt packets, but the virus stays where it is.
-CellSet ContagiousCells(const RunState& run);
+/// firewalls are not among them: they corrupt packets, but the virus stays where it is. Cells of
+/// `shut` neither take the virus nor give it.
+CellSet ContagiousCells(const RunState& run, const CellSet& shut = {});
 
 /// One cell of a way.
 struct RouteStep {
@@ -66,6 +67,9 @@ struct Route {
 
     bool Exists() const { return Cost != NoCost; }
 };
+
+/// The cells of a way.
+CellSet CellsOf(const Route& route);
 
 /// The cheapest way from the source to the sink, by Dijkstra's algorithm over pairs of a cell and
 /// the direction in which it is entered. The cost tells how hard it is to build what is

@@ -31,6 +31,7 @@ Plays runs of the game, prints how they went, and exits with 0.
   --seed NUMBER           of the first run (1337, with which the game starts); each further run
                           takes the next number
   --runs NUMBER           how many runs (1)
+  --first-level NUMBER    the levels before it are complete by decree (1)
   --last-level NUMBER     a run that has completed this level is over (120)
   --jobs NUMBER           how many processes share the runs (one for each core)
   --csv FILE              a line of comma-separated values for each run
@@ -85,7 +86,7 @@ struct OptionRow {
     void (*Take)(Options& options, const std::string& value);
 };
 
-constexpr std::array<OptionRow, 13> OptionRows = {{
+constexpr std::array<OptionRow, 14> OptionRows = {{
     {"--style", [](Options& o, const std::string& v) { o.Match.Style = ParseStyle(v); }},
     {"--presses",
      [](Options& o, const std::string& v) {
@@ -95,6 +96,8 @@ constexpr std::array<OptionRow, 13> OptionRows = {{
      [](Options& o, const std::string& v) { o.Match.Style.DelayMs = ParseSmallNumber(v); }},
     {"--seed", [](Options& o, const std::string& v) { o.Match.Seed = ParseNumber(v); }},
     {"--runs", [](Options& o, const std::string& v) { o.Runs = ParseNumber(v); }},
+    {"--first-level",
+     [](Options& o, const std::string& v) { o.Match.FirstLevel = ParseSmallNumber(v); }},
     {"--last-level",
      [](Options& o, const std::string& v) { o.Match.LastLevel = ParseSmallNumber(v); }},
     {"--jobs", [](Options& o, const std::string& v) { o.Jobs = std::max(ParseNumber(v), 1U); }},
@@ -154,6 +157,10 @@ std::vector<PlayCommand> ReadPlay(const std::string& path) {
 RunReport Record(const MatchSettings& match, const std::string& path) {
     PlayWriter writer;
     writer.Add('s', match.Seed);
+    for (std::int32_t level = 1; level < match.FirstLevel; ++level) {
+        writer.Add('c');
+        writer.Add('n');
+    }
     MatchObserver observer;
     observer.OnPress = [&writer](std::uint32_t code) { writer.AddPress(code); };
     observer.OnStep = [&writer] { writer.Add('t'); };

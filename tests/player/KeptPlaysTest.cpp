@@ -1,0 +1,74 @@
+// Whole runs, kept as they once were: every build on every compiler and platform goes through the
+// same states.
+
+#include "player/KeptPlays.h"
+
+#include "player/Trace.h"
+#include "sim/LevelRules.h"
+#include "sim/Simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace Wirefall {
+namespace {
+
+using Testing::KeptPlay;
+using Testing::KeptPlays;
+
+class KeptPlayTest : public testing::TestWithParam<KeptPlay> {};
+
+TEST_P(KeptPlayTest, GoesThroughTheSameStates) {
+    const auto difference = CompareWithTrace(GetParam().Commands(), GetParam().Trace());
+    EXPECT_FALSE(difference) << Describe(difference.value());
+}
+
+INSTANTIATE_TEST_SUITE_P(Corpus, KeptPlayTest, testing::ValuesIn(KeptPlays()),
+                         [](const auto& test) { return Testing::TestName(test.param); });
+
+// What the plays are kept for: that they come past what can happen in a run.
+TEST(KeptPlays, ComePastAllThatARunCanCome) {
+    std::size_t longRuns = 0;
+    std::int32_t highestLevel = 0;
+    bool gameOver = false;
+    bool spentAntivirus = false;
+    bool infectedFirewall = false;
+    bool corrupted = false;
+    bool waiting = false;
+    bool crossing = false;
+    for (const KeptPlay& kept : KeptPlays()) {
+        const std::vector<PlayCommand> play = kept.Commands();
+        PlayReader reader(play);
+        std::size_t steps = 0;
+        while (reader.RunStep()) {
+            ++steps;
+            const RunState& run = LiveRun();
+            highestLevel = std::max(highestLevel, run.Level);
+            gameOver |= run.GameOver;
+            spentAntivirus |= std::ranges::any_of(run.Tiles, &Tile::Consumed);
+            infectedFirewall |= std::ranges::any_of(run.Tiles, [](const Tile& tile) {
+                return tile.Type == TileType::Firewall && tile.VirusInfected;
+            });
+            corrupted |= std::ranges::any_of(run.Packets, &Packet::Corrupted);
+            waiting |=
+                std::ranges::any_of(run.Packets, [](const Packet& p) { return p.DelayTicks > 0; });
+            for (std::size_t i = 1; i < run.Packets.size(); ++i) {
+                crossing |= run.Packets[i].X == run.Packets[i - 1].X &&
+                            run.Packets[i].Y == run.Packets[i - 1].Y;
+            }
+        }
+        longRuns += steps >= 4000 ? 1U : 0U;
+    }
+    EXPECT_GE(longRuns, 6U);
+    EXPECT_GE(highestLevel, 112);
+    EXPECT_TRUE(gameOver);
+    EXPECT_TRUE(spentAntivirus);
+    EXPECT_TRUE(infectedFirewall);
+    EXPECT_TRUE(corrupted);
+    EXPECT_TRUE(waiting);
+    EXPECT_TRUE(crossing);
+}
+
+} // namespace
+} // namespace Wirefall
