@@ -94,7 +94,7 @@ TEST(FindRoute, PrefersTilesThatLieThere) {
 }
 
 TEST(FindRoute, GoesAroundTheVirus) {
-    RunState run = DrawnRun({"......", "→────⇐", "......"});
+    RunState run = DrawnRun({".┌──┐.", "→┘──└⇐", "......"});
     Infect(run, 3, 1);
     const Route route = FindRoute(run, {});
     ASSERT_TRUE(route.Exists());
@@ -129,14 +129,14 @@ TEST(FindRoute, CuresTheSourceAndTheSinkFromBeside) {
     EXPECT_GT(FindRoute(plain, {}).Cost, clean);
 }
 
-TEST(FindRoute, LikesAWayThatTheVirusCannotReach) {
-    const RunState run = DrawnRun({"┌───┐", "↑...⇑", "....."});
-    RunState two = DrawnRun({".┌─┐.", "→┤.├⇐", ".└─┘."});
+// Between two ways that cost the same to build.
+TEST(FindRoute, PrefersTheWayThatTheVirusCannotReach) {
+    const RunState run = DrawnRun({".┌─┐.", "→.─.⇐", ".└─┘."});
     const CellSet upper = Cells({{1, 0}, {2, 0}, {3, 0}});
     const CellSet lower = Cells({{1, 2}, {2, 2}, {3, 2}});
-    EXPECT_TRUE((CellsOf(FindRoute(two, upper)) & upper).none());
-    EXPECT_TRUE((CellsOf(FindRoute(two, lower)) & lower).none());
-    EXPECT_TRUE(FindRoute(run, {}).Exists());
+    const CellSet middle = Cells({{2, 1}});
+    EXPECT_TRUE((CellsOf(FindRoute(run, upper | middle)) & upper).none());
+    EXPECT_TRUE((CellsOf(FindRoute(run, lower | middle)) & lower).none());
 }
 
 TEST(FindRoute, UsesNoCellThatIsToBeAvoided) {

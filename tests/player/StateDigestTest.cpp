@@ -39,7 +39,7 @@ std::vector<Change> AllChanges() {
         {"Tiles", "Sink", [](Simulation& s) { s.Run.Tiles[3].OccupiedBySink ^= true; }},
         {"Tiles", "Consumed", [](Simulation& s) { s.Run.Tiles[3].Consumed ^= true; }},
         {"Tiles", "Cooldown", [](Simulation& s) { s.Run.Tiles[3].CooldownTicks = 1 << 24; }},
-        {"Tiles", "Order", [](Simulation& s) { std::swap(s.Run.Tiles[51], s.Run.Tiles[50]); }},
+        {"Tiles", "Order", [](Simulation& s) { std::swap(s.Run.Tiles[55], s.Run.Tiles[53]); }},
         {"Packets", "Count", [](Simulation& s) { s.Run.Packets.emplace_back(); }},
         {"Packets", "X", [](Simulation& s) { s.Run.Packets[0].X = -1; }},
         {"Packets", "Y", [](Simulation& s) { s.Run.Packets[0].Y = 1; }},
