@@ -28,8 +28,9 @@ struct Moment {
 // The checksum after each step to come.
 std::vector<std::uint64_t> PlayOn(PlayReader reader) {
     std::vector<std::uint64_t> sums;
+    Digester digester;
     while (reader.RunStep()) {
-        sums.push_back(ChecksumOf(DigestOf(LiveSimulation())));
+        sums.push_back(ChecksumOf(digester.Next(LiveSimulation())));
     }
     return sums;
 }

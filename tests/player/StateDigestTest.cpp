@@ -110,6 +110,20 @@ TEST(StateDigest, HasNoFieldThatNoChangeIsTriedOn) {
     }
 }
 
+// In one state after the other, each with one change more.
+TEST(Digester, ComesToTheSameAsADigestFromTheGroundUp) {
+    Digester digester;
+    Simulation simulation = SampleState();
+    EXPECT_EQ(digester.Next(simulation), DigestOf(simulation));
+    for (const Change& change : AllChanges()) {
+        change.Make(simulation);
+        if (simulation.Run.Packets.empty() || simulation.Run.Sources.empty()) {
+            simulation.Run = SampleState().Run;
+        }
+        EXPECT_EQ(digester.Next(simulation), DigestOf(simulation)) << change.Field << change.What;
+    }
+}
+
 std::size_t FieldNamed(std::string_view name) {
     std::size_t field = 0;
     while (StateFieldName(field) != name) {

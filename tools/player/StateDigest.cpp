@@ -99,19 +99,25 @@ struct FieldRow {
     Course How;
     bool IsNumber;
     std::uint64_t (*Read)(const Simulation& simulation);
+    /// Whether a list or record is the same in both; never for a number.
+    bool (*IsSame)(const RunState& a, const RunState& b);
 };
 
 template <auto Member>
 constexpr FieldRow OfRun(std::string_view name, Course how = Course::Steady) {
     using Type = std::remove_cvref_t<decltype(std::declval<RunState>().*Member)>;
     return {name, how, std::is_arithmetic_v<Type>,
-            [](const Simulation& simulation) { return NumberOf(simulation.Run.*Member); }};
+            [](const Simulation& simulation) { return NumberOf(simulation.Run.*Member); },
+            [](const RunState& a, const RunState& b) {
+                return !std::is_arithmetic_v<Type> && a.*Member == b.*Member;
+            }};
 }
 
 template <auto Member>
 constexpr FieldRow OfSimulation(std::string_view name, Course how = Course::Steady) {
     return {name, how, true,
-            [](const Simulation& simulation) { return NumberOf(simulation.*Member); }};
+            [](const Simulation& simulation) { return NumberOf(simulation.*Member); },
+            [](const RunState&, const RunState&) { return false; }};
 }
 
 // In the order of declaration, but for the counters that follow from the rest, which come last: the
@@ -166,6 +172,17 @@ StateDigest DigestOf(const Simulation& simulation) {
         digest[field] = Fields[field].Read(simulation);
     }
     return digest;
+}
+
+StateDigest Digester::Next(const Simulation& simulation) {
+    for (std::size_t field = 0; field < StateFieldCount; ++field) {
+        if (!HasLast || !Fields[field].IsSame(simulation.Run, LastRun)) {
+            LastDigest[field] = Fields[field].Read(simulation);
+        }
+    }
+    LastRun = simulation.Run;
+    HasLast = true;
+    return LastDigest;
 }
 
 std::uint64_t ChecksumOf(const StateDigest& digest) {

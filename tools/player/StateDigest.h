@@ -36,6 +36,17 @@ bool StateFieldIsNumber(std::size_t field);
 
 StateDigest DigestOf(const Simulation& simulation);
 
+/// Digests of one state after the other, at less cost: what is as it was is not hashed again.
+class Digester {
+public:
+    StateDigest Next(const Simulation& simulation);
+
+private:
+    RunState LastRun;
+    StateDigest LastDigest{};
+    bool HasLast = false;
+};
+
 /// One number for all: FNV-1a over the numbers of the digest, each as eight bytes, lowest first.
 std::uint64_t ChecksumOf(const StateDigest& digest);
 

@@ -141,9 +141,10 @@ std::vector<TraceMark> Forecaster::Next(const StateDigest& digest) {
 std::string MakeTrace(const std::vector<PlayCommand>& play) {
     std::string trace(Magic);
     Forecaster forecaster;
+    Digester digester;
     PlayReader reader(play);
     while (reader.RunStep()) {
-        AppendMarks(trace, forecaster.Next(DigestOf(LiveSimulation())));
+        AppendMarks(trace, forecaster.Next(digester.Next(LiveSimulation())));
     }
     AppendNumber(trace, EndOfTrace, 1);
     AppendNumber(trace, ChecksumOf(DigestOf(LiveSimulation())), 8);
@@ -155,10 +156,11 @@ std::optional<TraceDifference> CompareWithTrace(const std::vector<PlayCommand>& 
     TraceReader expected(trace);
     TraceDifference difference;
     Forecaster forecaster;
+    Digester digester;
     PlayReader reader(play);
     while (reader.RunStep()) {
         ++difference.Step;
-        difference.State = DigestOf(LiveSimulation());
+        difference.State = digester.Next(LiveSimulation());
         if (expected.AtEnd()) {
             return difference;
         }
