@@ -108,8 +108,7 @@ std::vector<std::size_t> DifferingFields(const std::vector<TraceMark>& a,
     collect(a, b);
     collect(b, a);
     std::ranges::sort(fields);
-    const auto repeated = std::ranges::unique(fields);
-    fields.erase(repeated.begin(), repeated.end());
+    fields.erase(std::unique(fields.begin(), fields.end()), fields.end());
     return fields;
 }
 
