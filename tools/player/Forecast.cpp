@@ -128,10 +128,10 @@ CellSet CureCells(const RunState& run, const Route& way) {
 CellSet CellsToKeepShut(const RunState& run, const Route& way) {
     const CellSet cells = CureCells(run, way);
     std::vector<Cure> cures;
-    for (auto step = way.Steps.rbegin(); step != way.Steps.rend(); ++step) {
-        if (cells[CellIndex(step->Where)]) {
-            cures.push_back({CellIndex(step->Where), 0});
-        } else if (!Carries(run, *step)) {
+    for (const RouteStep& step : std::vector(way.Steps.rbegin(), way.Steps.rend())) {
+        if (cells[CellIndex(step.Where)]) {
+            cures.push_back({CellIndex(step.Where), 0});
+        } else if (!Carries(run, step)) {
             return {};
         }
     }

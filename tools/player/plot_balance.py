@@ -152,8 +152,8 @@ def plot_pace(study, folder):
     for pace in (2, 3, 4, 6, 8, 10, 12, 16, 20):
         reached = sorted(int(run["level"]) for run in read(study / f"pace-{pace}.csv"))
         points.append((pace, reached))
-    plot = Plot("How far hands of a pace get", "presses a second", "level", (0, 20), (0, 60))
-    for name, part in (("90 % of runs less", 0.9), ("median", 0.5), ("10 % less", 0.1)):
+    plot = Plot("How far hands of a pace get", "presses a second", "level", (0, 20), (0, 40))
+    for name, part in (("best tenth", 0.9), ("median", 0.5), ("worst tenth", 0.1)):
         plot.curve(name, [(p, r[int((len(r) - 1) * part)]) for p, r in points])
     plot.write(folder / "pace.svg")
 
@@ -186,7 +186,7 @@ def plot_first_delivery(study, folder):
 
 
 def plot_strikes(study, folder):
-    plot = Plot("What the person's strikes are", "level", "strikes a level", (1, 14), (0, 10))
+    plot = Plot("What the person's strikes are", "level", "strikes a level", (0, 14), (0, 10))
     levels = [(n, r) for n, r in by_level(read(study / "person-levels.csv")) if n <= 14]
     below = {n: 0.0 for n, _ in levels}
     for column, name in STRIKES.items():
@@ -200,7 +200,7 @@ def plot_strikes(study, folder):
 
 
 def plot_failure(study, folder):
-    plot = Plot("Risk that a level ends the run", "level", "failed, %", (1, 14), (0, 60))
+    plot = Plot("Risk that a level ends the run", "level", "failed, %", (0, 14), (0, 60))
     rows = by_level(read(study / "person-levels.csv"))
     plot.curve(
         "person",
