@@ -28,18 +28,20 @@ std::int32_t Strikes(const RunState& run) {
 }
 
 // The cell keeps its infection, as with every placement.
-void Lay(RunState& run, std::size_t index, TileType type) {
+void Lay(RunState& run, std::size_t index, TileType type, std::int32_t rotation = 0) {
     const bool infected = run.Tiles[index].VirusInfected;
-    run.Tiles[index] = MakeTile(type, 0);
+    run.Tiles[index] = MakeTile(type, rotation);
     run.Tiles[index].VirusInfected = infected;
 }
 
-// A cell, and for how many ticks it is kept shut before it is cured.
+// A cell, the way through it, and for how many ticks it is kept shut before it is cured.
 struct Cure {
     std::size_t Index = 0;
+    std::int32_t Rotation = 0; // Of a Straight that carries the way on.
     int Wait = 0;
 };
 
+// A spent Antivirus is open to all sides, so it is taken for granted that a Straight follows it.
 std::int32_t StrikesIfCured(const RunState& run, const std::vector<Cure>& cures) {
     RunState trial = VisibleRun(run);
     for (const Cure& cure : cures) {
@@ -53,6 +55,11 @@ std::int32_t StrikesIfCured(const RunState& run, const std::vector<Cure>& cures)
             }
         }
         RunTick(trial, scratch);
+        for (const Cure& cure : cures) {
+            if (trial.Tiles[cure.Index].Consumed) {
+                Lay(trial, cure.Index, TileType::Straight, cure.Rotation);
+            }
+        }
     }
     return Strikes(trial);
 }
@@ -130,7 +137,7 @@ CellSet CellsToKeepShut(const RunState& run, const Route& way) {
     std::vector<Cure> cures;
     for (const RouteStep& step : std::vector(way.Steps.rbegin(), way.Steps.rend())) {
         if (cells[CellIndex(step.Where)]) {
-            cures.push_back({CellIndex(step.Where), 0});
+            cures.push_back({CellIndex(step.Where), DirectionDx(step.In) == 0 ? 0 : 1, 0});
         } else if (!Carries(run, step)) {
             return {};
         }

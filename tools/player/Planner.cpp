@@ -38,22 +38,32 @@ struct Outlook {
     int Cost() const { return Way.Exists() ? Way.Cost + Links * LinkCost : NoWayCost; }
 };
 
+// The connections of the cell to cells of `others`.
+int CountConnections(const RunState& run, const Cell& cell, const CellSet& others) {
+    return static_cast<int>(std::ranges::count_if(AllDirections, [&](Direction d) {
+        return CanExit(run, TileAt(run, cell.X, cell.Y), cell.X, cell.Y, d) &&
+               others[CellIndex(Beyond(cell, d))];
+    }));
+}
+
+// The way with both its ends.
+CellSet CellsFromEndToEnd(const RunState& run, const CellSet& onWay) {
+    CellSet cells = onWay;
+    cells.set(CellIndex({run.Sources.front().X, run.Sources.front().Y}));
+    cells.set(CellIndex({run.Sinks.front().X, run.Sinks.front().Y}));
+    return cells;
+}
+
 // What the virus can reach only by the way itself does not count, nor do the source and the sink.
 int CountLinks(const RunState& run, const Outlook& outlook) {
-    CellSet shut = outlook.OnWay;
-    shut.set(CellIndex({run.Sources.front().X, run.Sources.front().Y}));
-    shut.set(CellIndex({run.Sinks.front().X, run.Sinks.front().Y}));
-    const CellSet outside = ContagiousCells(run, shut);
+    const CellSet outside = ContagiousCells(run, CellsFromEndToEnd(run, outlook.OnWay));
     int links = 0;
     for (const RouteStep& step : outlook.Way.Steps) {
         const Tile& tile = TileAt(run, step.Where.X, step.Where.Y);
         if (tile.Type == TileType::Firewall || !Carries(run, step)) {
             continue;
         }
-        links += static_cast<int>(std::ranges::count_if(AllDirections, [&](Direction d) {
-            return CanExit(run, tile, step.Where.X, step.Where.Y, d) &&
-                   outside[CellIndex(Beyond(step.Where, d))];
-        }));
+        links += CountConnections(run, step.Where, outside);
     }
     return links;
 }
@@ -71,12 +81,6 @@ bool IsStanding(const RunState& run, const Route& way) {
     return way.Exists() && std::ranges::all_of(way.Steps, [&run](const RouteStep& step) {
                return Carries(run, step);
            });
-}
-
-int CountExits(const RunState& run, const Cell& cell) {
-    return static_cast<int>(std::ranges::count_if(AllDirections, [&](Direction d) {
-        return CanExit(run, TileAt(run, cell.X, cell.Y), cell.X, cell.Y, d);
-    }));
 }
 
 bool IsSound(const RunState& run, const Outlook& outlook) {
@@ -111,7 +115,7 @@ public:
         if (Weights.CanWait) {
             Shut = CellsToKeepShut(Board, Now.Way);
         }
-        if (CountShutExits() > 0) {
+        if (CountOpenings() > 0) {
             return FindQuarantine();
         }
         if (Shut.any() && IsReadyButForShutCells()) {
@@ -142,12 +146,14 @@ private:
         return Best;
     }
 
-    int CountShutExits() const {
-        int exits = 0;
+    // By which the virus could come from a cell that is to be kept shut onto the way.
+    int CountOpenings() const {
+        const CellSet way = CellsFromEndToEnd(Board, Now.OnWay);
+        int openings = 0;
         for (std::size_t index = 0; index < BoardCells; ++index) {
-            exits += Shut[index] ? CountExits(Board, CellAt(index)) : 0;
+            openings += Shut[index] ? CountConnections(Board, CellAt(index), way) : 0;
         }
-        return exits;
+        return openings;
     }
 
     bool IsReadyButForShutCells() const {
@@ -236,7 +242,7 @@ private:
     // Of the board as it lies, with the cursor on `cursor`.
     int CostOfBoard(const Cell& cursor) const {
         if (Quarantining) {
-            return Weights.WayCost * CountShutExits() * LinkCost;
+            return Weights.WayCost * CountOpenings() * LinkCost;
         }
         const Outlook outlook = LookAt(Board);
         return Weights.WayCost * outlook.Cost() + DistanceToWork(Board, outlook.Way, cursor);
