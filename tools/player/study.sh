@@ -1,6 +1,6 @@
 #!/bin/sh
 # Plays the runs that docs/balance.md tells of, and leaves what comes of them in a folder for
-# plot_balance.py. Takes about half an hour of one core.
+# plot_balance.py. Takes about ten minutes of one core.
 set -eu
 
 [ $# -eq 2 ] || {
