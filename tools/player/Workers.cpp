@@ -1,5 +1,6 @@
 #include "player/Workers.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -89,6 +90,7 @@ RunReport GetReport(std::FILE* file) {
 } // namespace
 
 std::vector<RunReport> PlayMatches(const std::vector<MatchSettings>& matches, std::size_t jobs) {
+    jobs = std::max<std::size_t>(jobs, 1);
     std::vector<File> files;
     std::vector<pid_t> workers;
     for (std::size_t worker = 0; worker < jobs; ++worker) {
