@@ -22,16 +22,21 @@ configure_lint() {
   configure_preset -DWIREFALL_BUILD_TESTS=ON || fail_with_log "configuring the preset $preset"
 }
 
-# What both tools find goes to the log and to the terminal.
+# What both tools find goes to the log and to the terminal. A tool that ends badly without a word is a
+# finding as well.
 lint() {
   configure_lint
   start_log lint
   say "checking how $(source_files | wc -l) files are written (log: $log)."
-  (cd "$WIREFALL_ROOT" && source_files | xargs clang-format --dry-run --Werror) 2>&1 | tee -a "$log" >&2
-  # The count of warnings in headers that are not ours is of no interest.
-  compiled_files | xargs -P "$(number_of_jobs)" -n 1 \
-    clang-tidy --quiet -p "$WIREFALL_ROOT/build/$lint_preset" 2>/dev/null | tee -a "$log" >&2
-  findings=$(grep -cE '(warning|error):' "$log")
-  say "lint: $(compiled_files | wc -l) files checked, $findings findings."
-  [ "$findings" = 0 ] || fail "the sources are not as .clang-format and .clang-tidy have them; the log is $log."
+  {
+    (cd "$WIREFALL_ROOT" && source_files | xargs clang-format --dry-run --Werror) 2>&1 ||
+      echo "error: clang-format refuses files."
+    # The count of warnings in headers that are not ours is of no interest.
+    compiled_files | xargs -P "$(number_of_jobs)" -n 1 \
+      clang-tidy --quiet -p "$WIREFALL_ROOT/build/$lint_preset" 2>/dev/null ||
+      echo "error: clang-tidy refuses files."
+  } | tee -a "$log" >&2
+  say "lint: $(compiled_files | wc -l) files checked."
+  ! grep -qE '(warning|error):' "$log" ||
+    fail "the sources are not as .clang-format and .clang-tidy have them; the log is $log."
 }

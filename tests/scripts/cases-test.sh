@@ -66,3 +66,35 @@ says '^Usage: ./test'
 says '^release debug asan-ubsan'
 [ ! -s "$scene/calls" ] || wrong "it called $(cat "$scene/calls")"
 end
+
+# begin_lint NAME: a tree of one source file, of which the preset tells how it is compiled.
+begin_lint() {
+  begin_with_sdl "$1"
+  mkdir -p "$tree/build/lint" "$tree/src" "$tree/tests" "$tree/bench" "$tree/fuzz" "$tree/tools"
+  cp "$scene/fakes/c++" "$scene/fakes/clang++"
+  touch "$tree/src/One.cpp" "$tree/src/One.h"
+  printf '"file": "%s/src/One.cpp"\n' "$tree" >"$tree/build/lint/compile_commands.json"
+}
+
+begin_lint "the lint holds each file against both tools, and builds nothing"
+play test lint
+succeeds
+calls 1 '^clang-format .*src/One.cpp src/One.h$'
+calls 1 '^clang-tidy .*/src/One.cpp$'
+calls 0 '^cmake --build'
+says '^Wirefall: lint: 1 files checked\.$'
+end
+
+begin_lint "a file that the lint finds something in"
+wish findings "src/One.cpp:1:1: warning: a bad name"
+play test lint
+fails_saying 'the sources are not as .clang-format and .clang-tidy have them; the log is '
+end
+
+for tool in clang-format clang-tidy; do
+  begin_lint "$tool ends badly without a word"
+  wish "broken-$tool"
+  play test lint
+  fails_saying 'the sources are not as .clang-format and .clang-tidy have them; the log is '
+  end
+done

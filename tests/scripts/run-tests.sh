@@ -33,7 +33,7 @@ trap 'exit 130' HUP INT TERM
 # The scripts see nothing of this machine but the fakes and these.
 real_commands="awk bash cat chmod cksum cp cut dirname env find flock grep head kill ls
   mkdir mktemp mv nproc printf rm sed setsid sh sha256sum sleep sort stat tail tee timeout touch tr uname
-  uniq xargs"
+  uniq wc xargs"
 mkdir "$work/commands"
 for command in $real_commands; do
   path=$(command -v "$command")
