@@ -152,7 +152,7 @@ protected:
     GameApp App;
 };
 
-// --- Every screen -------------------------------------------------------------------------------
+// --- Every screen
 
 constexpr std::array<AppScreen, 8> AllScreens = {
     AppScreen::MainMenu,      AppScreen::Options, AppScreen::Help,    AppScreen::Playing,
@@ -209,7 +209,7 @@ TEST_F(Screens, AllOtherKeysDoNothing) {
     }
 }
 
-// --- Main menu ----------------------------------------------------------------------------------
+// --- Main menu
 
 TEST_F(Screens, TheMainMenuSelectionRunsInACircle) {
     for (const bool hasSavedRun : {false, true}) {
@@ -319,7 +319,7 @@ TEST_F(Screens, AskingToQuitTwiceDoesNotRestartTheFade) {
     EXPECT_FALSE(App.ResetFrameClock);
 }
 
-// --- Playing ------------------------------------------------------------------------------------
+// --- Playing
 
 struct PlayCase {
     const char* What;
@@ -405,7 +405,7 @@ TEST_F(Screens, EscapePausesEvenWhenItIsBound) {
     }
 }
 
-// --- Pause --------------------------------------------------------------------------------------
+// --- Pause
 
 TEST_F(Screens, ThePauseSelectionRunsInACircle) {
     for (std::int32_t row = 0; row < 4; ++row) {
@@ -449,7 +449,7 @@ TEST_F(Screens, EachRowOfThePauseMenuLeadsSomewhere) {
     }
 }
 
-// --- Help, credits, results ---------------------------------------------------------------------
+// --- Help, credits, results
 
 TEST_F(Screens, HelpGoesBackToWhereItWasOpenedFrom) {
     for (const AppScreen opener : {AppScreen::MainMenu, AppScreen::Pause}) {
@@ -496,7 +496,7 @@ TEST_F(Screens, LeavingGameOverGoesToTheTopOfTheMenu) {
     }
 }
 
-// --- Options ------------------------------------------------------------------------------------
+// --- Options
 
 // The pages have tests of their own; here the way in, through each of them, and out again.
 TEST_F(Screens, TheOptionsGoBackToWhereTheyWereOpenedFrom) {
@@ -520,7 +520,7 @@ TEST_F(Screens, TheOptionsGoBackToWhereTheyWereOpenedFrom) {
     }
 }
 
-// --- How play ends ------------------------------------------------------------------------------
+// --- How play ends
 
 TEST_F(Screens, ARunThatIsOverShowsGameOver) {
     Begin(AppScreen::Playing);

@@ -116,7 +116,7 @@ TEST_F(Startup, HasTheFactoryOptionsOnAFirstStart) {
     EXPECT_EQ(app.AudioEdit.MusicVolume, 50);
 }
 
-// --- What is kept from one start to the next -----------------------------------------------------
+// --- What is kept from one start to the next
 
 class Restart : public Startup {
 protected:
@@ -184,7 +184,7 @@ TEST_F(Restart, QuittingWritesAPendingSaveAtOnce) {
     ShutdownGame(G);
 }
 
-// --- Fatal failures -----------------------------------------------------------------------------
+// --- Fatal failures
 
 bool Contains(const std::vector<std::string>& messages, const std::string& start) {
     return std::any_of(messages.begin(), messages.end(), [&start](const std::string& message) {
@@ -212,7 +212,7 @@ TEST_F(Startup, WithoutARendererItSaysSoAndTakesTheWindowDown) {
     EXPECT_EQ(SDL_WasInit(0), 0U);
 }
 
-// --- Without sound ------------------------------------------------------------------------------
+// --- Without sound
 
 TEST_F(Startup, WithoutASoundDeviceTheGameRunsInSilence) {
     const ScopedVariable nowhere("XDG_DATA_HOME", "/dev/null/nowhere");
@@ -235,7 +235,7 @@ TEST_F(Startup, WithoutASoundDeviceTheGameRunsInSilence) {
     EXPECT_EQ(SDL_WasInit(0), 0U);
 }
 
-// --- How much is logged -------------------------------------------------------------------------
+// --- How much is logged
 
 struct VerboseCase {
     const char* Value;

@@ -123,7 +123,7 @@ protected:
     int QuitsBefore = CallsOf(Call::MixQuit);
 };
 
-// --- The start ----------------------------------------------------------------------------------
+// --- The start
 
 TEST_F(Engine, StartsWithItsTracksEffectsAndMusic) {
     WriteDefaultMusic();
@@ -295,7 +295,7 @@ TEST_F(Engine, CanBeStartedAndStoppedAgain) {
     }
 }
 
-// --- Starts that fail ---------------------------------------------------------------------------
+// --- Starts that fail
 
 class FailedStart : public Engine {
 protected:
@@ -360,7 +360,7 @@ TEST_F(FailedStart, WithoutAGainForTheMusic) {
     ExpectNothingLeft();
 }
 
-// --- Parts of the start that fail ---------------------------------------------------------------
+// --- Parts of the start that fail
 
 TEST_F(Engine, AMusicTrackWithoutATagPlaysAllTheSame) {
     WriteDefaultMusic();
@@ -445,7 +445,7 @@ TEST_F(Engine, MusicThatCannotBeProbedIsSkipped) {
     EXPECT_EQ(PatternNames(), (Lines{"GAMEPLAY", "GAMEOVER", "DANGER", "INFECTION"}));
 }
 
-// --- Effects that fail --------------------------------------------------------------------------
+// --- Effects that fail
 
 TEST_F(Engine, AnEffectThatCannotBePlayedIsLogged) {
     ASSERT_TRUE(Init());
@@ -476,7 +476,7 @@ TEST_F(Engine, AfterAnEffectThatFailedTheNextOfTheFrameIsPlayed) {
     EXPECT_TRUE(MIX_TrackPlaying(Music.SfxTracks[1].get()));
 }
 
-// --- Music that fails ---------------------------------------------------------------------------
+// --- Music that fails
 
 class Playing : public Engine {
 protected:
@@ -658,7 +658,7 @@ TEST_F(Playing, WithoutAPositionWhatDoesNotLoopEndsWhenItStops) {
     EXPECT_EQ(Music.CurrentPatternName, "MENU");
 }
 
-// --- The end ------------------------------------------------------------------------------------
+// --- The end
 
 class Ending : public Engine {
 protected:
@@ -746,7 +746,7 @@ TEST_F(Ending, WithoutAFadeNothingIsWaitedFor) {
     EXPECT_EQ(CallsOf(Call::StopTrack), stops);
 }
 
-// --- What comes out -----------------------------------------------------------------------------
+// --- What comes out
 
 // SDL writes what it plays into a file, twenty times as fast as a device would.
 class DiskOutput : public Engine {
@@ -903,7 +903,7 @@ TEST_F(DiskOutput, TheEndFadesLinearlyToSilence) {
     EXPECT_LT(Testing::PeakOf(std::span(left).last(100)), 0.005F);
 }
 
-// --- A device that goes away --------------------------------------------------------------------
+// --- A device that goes away
 
 TEST_F(Engine, TheGameGoesOnWithoutTheDeviceThatItLost) {
     const ScopedVariable driver("SDL_AUDIO_DRIVER", "disk");

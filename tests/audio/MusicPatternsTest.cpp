@@ -18,7 +18,7 @@ using Testing::WavFormat;
 
 using Lines = std::vector<std::string>;
 
-// --- Loading ------------------------------------------------------------------------------------
+// --- Loading
 
 class Patterns : public testing::Test {
 protected:
@@ -228,7 +228,7 @@ TEST_F(Patterns, EmptySegmentsOfAPathAreSafe) {
     EXPECT_EQ(Log, RoleRepairs("MENU", "MENU"));
 }
 
-// --- Fades --------------------------------------------------------------------------------------
+// --- Fades
 
 TEST_F(Patterns, FadesAreClampedOrStay) {
     struct Case {
@@ -267,7 +267,7 @@ TEST_F(Patterns, FadesThatAreNotNamedStay) {
     EXPECT_EQ(Music.FadeOutMs, 0);
 }
 
-// --- Repair -------------------------------------------------------------------------------------
+// --- Repair
 
 TEST_F(Patterns, AMissingMenuFallsToTheFirstAndTheOthersFollow) {
     EXPECT_TRUE(Load("[Music]\nMenuPattern=NOPE\nGameplayPattern=ALSO_NOPE\nDangerPattern=\n" +
@@ -319,7 +319,7 @@ TEST_F(Patterns, ARoleThatIsThereIsNotTouched) {
                                     "using 'MENU' instead"});
 }
 
-// --- Audio that cannot be played ----------------------------------------------------------------
+// --- Audio that cannot be played
 
 class BadAudio : public Patterns {
 protected:
@@ -448,7 +448,7 @@ TEST_F(BadAudio, WithoutMemoryThePatternIsSkipped) {
     EXPECT_TRUE(log.Messages()[0].starts_with("MIX_LoadAudio failed for pattern 'MENU'"));
 }
 
-// --- Strange pattern files ----------------------------------------------------------------------
+// --- Strange pattern files
 
 TEST_F(Patterns, BinaryAndEmptyFilesHaveNoPatterns) {
     EXPECT_FALSE(Load(""));

@@ -77,7 +77,7 @@ protected:
     GameApp App;
 };
 
-// --- What is wanted -----------------------------------------------------------------------------
+// --- What is wanted
 
 TEST_F(Player, EveryScreenWantsItsPattern) {
     struct Row {
@@ -165,7 +165,7 @@ TEST_F(Player, LostPacketsAreDangerToo) {
     EXPECT_EQ(Requested(), "DANGER");
 }
 
-// --- Starting -----------------------------------------------------------------------------------
+// --- Starting
 
 TEST_F(Player, DoesNothingWhileTheEngineIsNotReady) {
     Music.Ready = false;
@@ -265,7 +265,7 @@ TEST_F(Player, AudioWithoutALengthLastsForEver) {
     EXPECT_EQ(Music.CurrentDurationMs, std::numeric_limits<std::int32_t>::max());
 }
 
-// --- The startup fade ---------------------------------------------------------------------------
+// --- The startup fade
 
 TEST_F(Player, TheFirstMenuRisesToItsGainInFadeInMs) {
     const float full = 0.5F;
@@ -368,7 +368,7 @@ TEST_F(Player, AFadeWhoseLengthIsTakenAwayEndsAtOnce) {
     EXPECT_EQ(Gain(), 0.5F);
 }
 
-// --- Cuts ---------------------------------------------------------------------------------------
+// --- Cuts
 
 TEST_F(Player, FromTheMenuIntoPlayTheMusicChangesAtOnce) {
     Update();
@@ -411,7 +411,7 @@ TEST_F(Player, AFamilyChangeIsACutWhenNothingPlays) {
     EXPECT_TRUE(MIX_TrackPlaying(Music.MusicTrack));
 }
 
-// --- Loops --------------------------------------------------------------------------------------
+// --- Loops
 
 class Switch : public Player {
 protected:
@@ -545,7 +545,7 @@ TEST_F(Player, ATrackThatHasStoppedIsPastItsEnd) {
     EXPECT_TRUE(MIX_TrackPlaying(Music.MusicTrack));
 }
 
-// --- Volumes ------------------------------------------------------------------------------------
+// --- Volumes
 
 TEST_F(Player, EveryVolumeReachesTheTracks) {
     Music.FadeInMs = 0;

@@ -61,7 +61,7 @@ TEST(SfxTable, ValuesThatAreNoEventHaveNoName) {
     EXPECT_STREQ(SoundEventName(static_cast<SoundEvent>(255)), "Unknown");
 }
 
-// --- Synthesis ----------------------------------------------------------------------------------
+// --- Synthesis
 
 // Sample i as the formula has it, step by step in single precision.
 float ExpectedSample(const SfxSpec& row, int rate, std::int64_t i) {
@@ -138,7 +138,7 @@ TEST(Synthesis, ASingleFrameIsSilent) {
     EXPECT_EQ(SynthesizeSfx({SoundEvent::UiMove, 440, 1.0F, 1}, 1000, 1), std::vector<float>{0.0F});
 }
 
-// --- Loading ------------------------------------------------------------------------------------
+// --- Loading
 
 class Effects : public testing::Test {
 protected:
@@ -219,7 +219,7 @@ TEST_F(Effects, ComeOutOfTheMixerSampleForSample) {
     }
 }
 
-// --- Without memory -----------------------------------------------------------------------------
+// --- Without memory
 
 TEST_F(Effects, ThatCannotBeSynthesisedAreLeftToTheMixersOwnSine) {
     const CapturedLog log;
@@ -268,7 +268,7 @@ TEST_F(Effects, ThatCannotBeMadeAreLoggedAndSilent) {
     EXPECT_EQ(Testing::PeakOf(Engine.Play(1000)), 0.0F);
 }
 
-// --- The queue ----------------------------------------------------------------------------------
+// --- The queue
 
 TEST_F(Effects, TakeTheTracksInTurn) {
     for (std::size_t i = 0; i < 30; ++i) {

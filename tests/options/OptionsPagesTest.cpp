@@ -51,7 +51,7 @@ protected:
 constexpr const char* PadHint = "PAD A SELECT B BACK";
 constexpr const char* JoyHint = "JOY BUTTON 0 SELECT BUTTON 3 BACK";
 
-// --- The root page -------------------------------------------------------------------------------
+// --- The root page
 
 TEST_F(OptionsPages, BeginWithARootOfFourRows) {
     App.Rows.OptionsRootRow = 2;
@@ -77,7 +77,7 @@ TEST_F(OptionsPages, SayOnTheRootWhereBackLeads) {
     EXPECT_EQ(Page(OptionsPage::Root).LowerHint, "JOY BUTTON 0 SELECT BUTTON 3 MAIN MENU");
 }
 
-// --- Controls ------------------------------------------------------------------------------------
+// --- Controls
 
 TEST_F(OptionsPages, ListTheKeysOfAKeyboard) {
     App.Rows.ControlsRow = 12;
@@ -211,7 +211,7 @@ TEST_F(OptionsPages, AskOnlyOnTheControlsPage) {
     EXPECT_EQ(Page(OptionsPage::Root).UpperHint, "ENTER SELECT   ESC BACK TO MAIN MENU");
 }
 
-// --- Graphics ------------------------------------------------------------------------------------
+// --- Graphics
 
 TEST_F(OptionsPages, ListTheGraphicsOfTheLiveOptions) {
     App.Resolutions = {{1280, 720}, {2560, 1440}};
@@ -252,7 +252,7 @@ TEST_F(OptionsPages, ListTheOtherValuesOfGraphics) {
     EXPECT_EQ(RowOf(OptionsPage::Graphics, 1).Value, "WIDESCREEN");
 }
 
-// --- Audio ---------------------------------------------------------------------------------------
+// --- Audio
 
 TEST_F(OptionsPages, ListTheAudioOfTheLiveOptions) {
     LocalizationCatalog.Languages = {{.Code = "de", .Name = "Deutsch", .File = "d.ini"}};

@@ -181,7 +181,7 @@ TEST_F(OptionsScreen, ShrinksOnlyTheHintsOfTheControls) {
               (PixelBox{640 - 588 + 2, 610, 640 + 588 - 3, 610 + 13}));
 }
 
-// --- One row -------------------------------------------------------------------------------------
+// --- One row
 
 Picture DrawnRow(const std::string& value, bool selected) {
     SoftwareCanvas canvas(

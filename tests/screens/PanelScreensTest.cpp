@@ -90,7 +90,7 @@ PixelBox StripeAt(const Picture& picture, const Rgb& color, std::int32_t row) {
     return BoxOfColor(picture, color, row, row).value_or(PixelBox{});
 }
 
-// --- Pause ---------------------------------------------------------------------------------------
+// --- Pause
 
 TEST_F(PanelScreens, PauseStandsOnABoardThatIsNotDimmed) {
     const Picture picture = Shown(DrawPauseScreen);
@@ -147,7 +147,7 @@ TEST_F(PanelScreens, PauseMarksItsEntryAndOnlyThat) {
     EXPECT_EQ(inPanel(Shown(DrawPauseScreen), Bright, 250, 560), std::nullopt);
 }
 
-// --- Results -------------------------------------------------------------------------------------
+// --- Results
 
 TEST_F(PanelScreens, LevelCompleteHasAPanelBetween500AndTheCanvasWithoutIts96) {
     FinishRun(3, 100);
@@ -238,7 +238,7 @@ TEST_F(PanelScreens, GameOverHasItsTextsOnTheirLines) {
     EXPECT_EQ(BoxOfColor(Shown(DrawGameOverScreen), RedHint)->Bottom, 257 + 206 + 15 - 30 - 3);
 }
 
-// --- Help ----------------------------------------------------------------------------------------
+// --- Help
 
 // Where the icons of the legend begin, from left to right and from top to bottom.
 std::set<std::int32_t> LegendColumns(const Picture& picture) {
@@ -288,7 +288,7 @@ TEST_F(PanelScreens, HelpSaysWhereItLeadsBackTo) {
     EXPECT_TRUE(LocalizationCatalog.Texts.contains("Help.Hint.BackToPauseMenu"));
 }
 
-// --- Credits -------------------------------------------------------------------------------------
+// --- Credits
 
 TEST_F(PanelScreens, CreditsBeginJustBelowWhatIsSeen) {
     App.CreditsScroll = 0.0F;
@@ -345,7 +345,7 @@ TEST_F(PanelScreens, CreditsPutTheClipBack) {
     EXPECT_TRUE(SDL_RectsEqual(&now, &clip));
 }
 
-// --- Note boxes ----------------------------------------------------------------------------------
+// --- Note boxes
 
 float MeasuredHeight(std::int32_t density, std::span<const std::string> paragraphs, float width) {
     UiMetrics metrics;

@@ -40,7 +40,7 @@ void Ticks(RunState& run, int count) {
     }
 }
 
-// --- Time ---------------------------------------------------------------------------------------
+// --- Time
 
 class Time : public testing::Test {
 protected:
@@ -162,7 +162,7 @@ TEST_F(Time, AnAccumulatorAtTheEndOfItsRangeStaysThere) {
     }
 }
 
-// --- Graces and spawning ------------------------------------------------------------------------
+// --- Graces and spawning
 
 TEST(Spawning, TheFirstPacketComesWhenTheGraceIsOver) {
     RunState run;
@@ -270,7 +270,7 @@ TEST(Graces, CountDownSeparatelyAndStopAtZero) {
     EXPECT_EQ(run.VirusActiveTicks, 1U);
 }
 
-// --- Moving and routing -------------------------------------------------------------------------
+// --- Moving and routing
 
 TEST(Moving, APacketCrossesOneCellATick) {
     RunState run = WithPackets(DrawnRun({"→──⇐"}), {PacketAt(0, 0, Direction::Right)});
@@ -429,7 +429,7 @@ TEST(Buffer, ANegativeDelayFromADamagedRunDoesNotHold) {
     EXPECT_EQ(run.Packets.front().X, 1);
 }
 
-// --- Virus on the way ---------------------------------------------------------------------------
+// --- Virus on the way
 
 TEST(Infection, ACleanPacketIsCorruptedOnceByInfectedCells) {
     RunState run = WithPackets(DrawnRun({"────"}), {PacketAt(0, 0, Direction::Right)});
@@ -545,7 +545,7 @@ TEST(Antivirus, WithFewerExitsBecomesThePlainTileOfThem) {
     EXPECT_EQ(TileAt(run, 1, 0).Connections, 10);
 }
 
-// --- Collisions ---------------------------------------------------------------------------------
+// --- Collisions
 
 TEST(Collisions, OfThePacketsOnACellTheLastSurvives) {
     RunState run = WithPackets(DrawnRun({"───"}), {Waiting(PacketAt(1, 0, Direction::Right), 1),
@@ -642,7 +642,7 @@ TEST(Collisions, AnyDirectionButUpAndDownCountsAsHorizontal) {
     EXPECT_EQ(run.LostPackets, 2);
 }
 
-// --- The end of a tick --------------------------------------------------------------------------
+// --- The end of a tick
 
 TEST(Failure, TheRunEndsWhenStrikesReachTheThreshold) {
     RunState run = WithPackets(DrawnRun({"─."}), {PacketAt(0, 0, Direction::Right)});

@@ -70,7 +70,7 @@ protected:
     Testing::CapturedLog Log;
 };
 
-// --- Without usable files ------------------------------------------------------------------------
+// --- Without usable files
 
 TEST_F(LanguageFiles, AreNotNeeded) {
     EXPECT_EQ(Load("de"), "de");
@@ -141,7 +141,7 @@ TEST_F(LanguageFiles, OfManyMegabytesAreRefused) {
     EXPECT_EQ(TextOf("Common.Back"), "BUILT IN");
 }
 
-// --- The list ------------------------------------------------------------------------------------
+// --- The list
 
 TEST_F(LanguageFiles, AreListedInTheirOrder) {
     Install("Languages.ini", "[Other]\nFile=x\n"
@@ -238,7 +238,7 @@ TEST_F(LanguageFiles, AreChosenByACodeInAnyForm) {
     EXPECT_EQ(Load(""), "en");
 }
 
-// --- The catalogs --------------------------------------------------------------------------------
+// --- The catalogs
 
 TEST_F(LanguageFiles, OfTheLanguageLieOverThoseOfTheFallback) {
     Install("Languages.ini", TwoLanguages);

@@ -99,7 +99,7 @@ struct FieldRow {
     Course How;
     bool IsNumber;
     std::uint64_t (*Read)(const Simulation& simulation);
-    /// Whether a list or record is the same in both; never for a number.
+    // Whether a list or record is the same in both; never for a number.
     bool (*IsSame)(const RunState& a, const RunState& b);
 };
 
