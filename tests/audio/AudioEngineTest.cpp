@@ -104,13 +104,7 @@ protected:
 
     float Gain() const { return MIX_GetTrackGain(Music.MusicTrack); }
 
-    Lines PatternNames() const {
-        Lines names;
-        for (const auto& pattern : Music.Patterns) {
-            names.push_back(pattern->PatternName);
-        }
-        return names;
-    }
+    Lines PatternNames() const { return Testing::NamesOf(Music.Patterns); }
 
     Testing::TestHome Home;
     Testing::DataFolder Data;

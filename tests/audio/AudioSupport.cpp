@@ -150,6 +150,14 @@ std::vector<float> MemoryEngine::Play(int frames) const {
     return samples;
 }
 
+std::vector<std::string> NamesOf(const MusicPatternList& patterns) {
+    std::vector<std::string> names;
+    for (const auto& pattern : patterns) {
+        names.push_back(pattern->PatternName);
+    }
+    return names;
+}
+
 std::vector<float> LeftOf(std::span<const float> stereo) {
     std::vector<float> left;
     for (std::size_t i = 0; i < stereo.size(); i += 2) {

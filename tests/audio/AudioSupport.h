@@ -62,6 +62,9 @@ public:
     MusicRuntime Music;
 };
 
+/// The names of the patterns, in their order.
+std::vector<std::string> NamesOf(const MusicPatternList& patterns);
+
 /// Every second sample: the left channel.
 std::vector<float> LeftOf(std::span<const float> stereo);
 

@@ -75,13 +75,7 @@ protected:
         return lines;
     }
 
-    Lines Names() const {
-        Lines names;
-        for (const auto& pattern : Music.Patterns) {
-            names.push_back(pattern->PatternName);
-        }
-        return names;
-    }
+    Lines Names() const { return Testing::NamesOf(Music.Patterns); }
 
     Testing::DataFolder Folder;
     Testing::MemoryEngine Engine;
