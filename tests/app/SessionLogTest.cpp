@@ -15,9 +15,8 @@
 namespace Wirefall {
 namespace {
 
-using Testing::ReadFileBytes;
+using Testing::ReadFileText;
 using Testing::TemporaryFolder;
-using Testing::TextOf;
 using Testing::UserFolder;
 using Testing::WriteFileText;
 
@@ -26,8 +25,6 @@ constexpr std::size_t TrimmedSize = 786467;
 const std::string Marker = "\n[log truncated: size cap reached]\n";
 const std::string Banner = "\n========== Wirefall 0.1.0 (Release) ==========\n";
 const std::string EndLine = "========== Log Session End ==========\n";
-
-std::string TextIn(const std::filesystem::path& path) { return TextOf(ReadFileBytes(path)); }
 
 // A text in which no two places look alike.
 std::string CountedText(std::size_t size) {
@@ -44,7 +41,7 @@ protected:
     std::string Trimmed(std::string_view text, std::uint64_t maxBytes) const {
         WriteFileText(Path, text);
         TrimLogFile(Path, maxBytes);
-        return TextIn(Path);
+        return ReadFileText(Path);
     }
 
     TemporaryFolder Folder;
@@ -118,7 +115,7 @@ protected:
     }
     void TearDown() override { ResumeClock(); }
 
-    std::string Content() const { return TextIn(Path); }
+    std::string Content() const { return ReadFileText(Path); }
 
     TemporaryFolder Folder;
     std::string Path = Folder.File("Wirefall.log");
@@ -220,7 +217,7 @@ TEST_F(LogLine, StaysSilentWhenTheTrimmedFileCannotBeOpenedAgain) {
 class LogSession : public testing::Test {
 protected:
     void TearDown() override { EndSessionLog(); }
-    std::string Content() const { return TextIn(User.File("Wirefall.log")); }
+    std::string Content() const { return ReadFileText(User.File("Wirefall.log")); }
 
     UserFolder User;
 };

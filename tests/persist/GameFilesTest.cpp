@@ -20,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Testing::NamesIn;
-using Testing::ReadFileBytes;
 
 using Names = std::vector<std::string>;
 
@@ -66,7 +65,7 @@ TEST_F(GameFiles, AreLeftAloneByASecondStart) {
     EXPECT_EQ(G.App.MusicVolume, 7);
     EXPECT_FALSE(G.App.HasSavedRun);
     ShutdownGame(G);
-    EXPECT_EQ(Testing::TextOf(ReadFileBytes(User.File("Config.ini"))), mine);
+    EXPECT_EQ(Testing::ReadFileText(User.File("Config.ini")), mine);
 }
 
 TEST_F(GameFiles, BringTheRunBackAfterARestart) {

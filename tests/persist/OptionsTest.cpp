@@ -18,8 +18,7 @@ namespace {
 
 using Testing::CapturedOutput;
 using Testing::NamesIn;
-using Testing::ReadFileBytes;
-using Testing::TextOf;
+using Testing::ReadFileText;
 using Testing::WriteFileText;
 using velINI::velINIStream;
 
@@ -81,7 +80,7 @@ const std::string DefaultFile = "[Options]\r\n"
 
 class Options : public testing::Test {
 protected:
-    std::string File() const { return TextOf(ReadFileBytes(User.File("Config.ini"))); }
+    std::string File() const { return ReadFileText(User.File("Config.ini")); }
     void PutFile(std::string_view text) const {
         User.Create();
         WriteFileText(User.File("Config.ini"), text);

@@ -18,14 +18,11 @@ namespace {
 
 using Testing::BytesOf;
 using Testing::NamesIn;
-using Testing::ReadFileBytes;
-using Testing::TextOf;
+using Testing::ReadFileText;
 using Testing::UserFolder;
 using Testing::WriteFileText;
 
 using Names = std::vector<std::string>;
-
-std::string TextIn(const std::filesystem::path& path) { return TextOf(ReadFileBytes(path)); }
 
 TEST(PrefPath, LeadsIntoTheFolderOfTheGameWhichIsCreated) {
     const UserFolder user;
@@ -51,14 +48,14 @@ TEST(SaveToUserStorage, StoresTheContentOfALocalFile) {
     const std::string local = GetPrefFilePath(".a.tmp");
     WriteFileText(local, "first");
     EXPECT_TRUE(SaveToUserStorage("a.bin", local));
-    EXPECT_EQ(TextIn(user.File("a.bin")), "first");
+    EXPECT_EQ(ReadFileText(user.File("a.bin")), "first");
     WriteFileText(local, "second, longer");
     EXPECT_TRUE(SaveToUserStorage("a.bin", local));
-    EXPECT_EQ(TextIn(user.File("a.bin")), "second, longer");
+    EXPECT_EQ(ReadFileText(user.File("a.bin")), "second, longer");
     WriteFileText(local, "3");
     EXPECT_TRUE(SaveToUserStorage("a.bin", local));
-    EXPECT_EQ(TextIn(user.File("a.bin")), "3");
-    EXPECT_EQ(TextIn(local), "3") << "The local file is the caller's";
+    EXPECT_EQ(ReadFileText(user.File("a.bin")), "3");
+    EXPECT_EQ(ReadFileText(local), "3") << "The local file is the caller's";
 }
 
 TEST(SaveToUserStorage, NothingNeverReplacesSomething) {
@@ -68,7 +65,7 @@ TEST(SaveToUserStorage, NothingNeverReplacesSomething) {
     ASSERT_TRUE(SaveToUserStorage("a.bin", local));
     WriteFileText(local, "");
     EXPECT_FALSE(SaveToUserStorage("a.bin", local));
-    EXPECT_EQ(TextIn(user.File("a.bin")), "first");
+    EXPECT_EQ(ReadFileText(user.File("a.bin")), "first");
 }
 
 TEST(SaveToUserStorage, RefusesWhatHasNoNameOrIsNotThere) {
@@ -118,11 +115,11 @@ TEST(CopyToLocal, CopiesAFileOutOfTheStorage) {
     const std::string local = GetPrefFilePath(".a.tmp");
     WriteFileText(user.File("a.bin"), "content");
     EXPECT_TRUE(CopyUserFileToLocal("a.bin", local));
-    EXPECT_EQ(TextIn(local), "content");
+    EXPECT_EQ(ReadFileText(local), "content");
     const StorageHandle storage = OpenUserStorage();
     WriteFileText(user.File("a.bin"), "other");
     EXPECT_TRUE(CopyStorageFileToLocal(storage.get(), "a.bin", local));
-    EXPECT_EQ(TextIn(local), "other");
+    EXPECT_EQ(ReadFileText(local), "other");
 }
 
 TEST(CopyToLocal, RefusesEmptyFilesFoldersAndMissingOnes) {

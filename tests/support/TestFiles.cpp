@@ -34,6 +34,8 @@ Bytes ReadFileBytes(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+std::string ReadFileText(const std::filesystem::path& path) { return TextOf(ReadFileBytes(path)); }
+
 void WriteFileBytes(const std::filesystem::path& path, const Bytes& bytes) {
     WriteFileText(path, TextOf(bytes));
 }

@@ -33,8 +33,9 @@ private:
 Bytes BytesOf(std::string_view text);
 std::string TextOf(const Bytes& bytes);
 
-/// Empty for a file that is not there.
+/// Both are empty for a file that is not there.
 Bytes ReadFileBytes(const std::filesystem::path& path);
+std::string ReadFileText(const std::filesystem::path& path);
 void WriteFileBytes(const std::filesystem::path& path, const Bytes& bytes);
 void WriteFileText(const std::filesystem::path& path, std::string_view text);
 
