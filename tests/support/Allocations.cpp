@@ -72,6 +72,7 @@ FailingAllocation::FailingAllocation(std::size_t number) { FailsAt = number; }
 
 FailingAllocation::~FailingAllocation() { FailsAt = 0; }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): there is one at a time.
 bool FailingAllocation::HasFailed() const { return FailsAt == 0; }
 
 } // namespace Wirefall::Testing

@@ -19,6 +19,7 @@ bool CanAllocate() {
     }
 }
 
+// NOLINTBEGIN(modernize-avoid-c-arrays): these are what operator new[] is for.
 TEST(Allocations, AreCounted) {
     EXPECT_EQ(AllocationsOf([] {
                   const auto list = std::make_unique<std::vector<int>>(100);
@@ -32,6 +33,7 @@ TEST(Allocations, AreCounted) {
               2U);
     EXPECT_EQ(AllocationsOf([] {}), 0U);
 }
+// NOLINTEND(modernize-avoid-c-arrays)
 
 TEST(Allocations, AreMeasuredWithTheHeapsOwnShare) {
     const AllocationCounts before = CurrentAllocations();
