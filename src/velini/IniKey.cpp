@@ -16,11 +16,12 @@ void IniKey::SetKeyComment(std::string_view text) {
 
 void IniKey::SetElement(std::string_view index, std::string_view value, bool quoted,
                         bool hasComment, std::string_view comment) {
-    const std::string name =
-        index.empty() ? Internal::ElementNumbers().Next(*this) : std::string(index);
-    const std::string ownComment(comment); // it may be that of an element
-    Internal::StoreElement(*this, Internal::PositionOf(Elements, name), name, std::string(value),
-                           quoted, hasComment, ownComment);
+    // The texts may be those of an element, which moves when another joins it.
+    const std::string name = index.empty() ? Internal::NextElement(*this) : std::string(index);
+    const std::string ownValue(value);
+    const std::string ownComment(comment);
+    std::size_t comparisons = 0;
+    Internal::StoreElement(*this, {name, ownValue, quoted, hasComment, ownComment}, comparisons);
 }
 
 std::vector<IniKey>& Elements(IniKey& key) {

@@ -4,6 +4,9 @@
 // is how a file that is read and written again keeps its shape: code that walks the entries of a
 // section looks at Kind and passes over what it does not want.
 
+#include "velini/IniName.h"
+#include "velini/internal/NameIndex.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,7 +39,7 @@ struct IniKey {
 
     /// Unique within the section. Comments and blank lines have generated names, "VI_C_" and
     /// "VI_EL_" with a count from 1; the elements of an array are named by their index in decimal.
-    std::string Name;
+    IniName Name;
 
     /// The text of a Comment; empty for an EmptyLine and an Array.
     std::string Value;
@@ -48,6 +51,9 @@ struct IniKey {
     /// Of an Array: its elements in file order, each of kind Value. Elements(key) below is the
     /// checked way to them.
     std::vector<IniKey> Elements;
+
+    /// Finds the elements by name. It keeps itself up to date and is of no use to others.
+    Internal::NameIndex ElementIndex;
 
     /// Sets the comment behind the entry; an empty text removes it.
     void SetKeyComment(std::string_view text);
@@ -61,8 +67,6 @@ struct IniKey {
     ///
     /// With an empty index, raises what std::stol raises when an element's name is not a number
     /// (std::invalid_argument) or does not fit a long (std::out_of_range).
-    ///
-    /// Walks all elements.
     void SetElement(std::string_view index, std::string_view value, bool quoted, bool hasComment,
                     std::string_view comment);
 };

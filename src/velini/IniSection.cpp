@@ -14,15 +14,21 @@ Iterator At(Iterator first, std::size_t position) {
     return std::next(first, static_cast<std::ptrdiff_t>(position));
 }
 
-std::size_t InsertionPoint(const std::vector<IniKey>& keys, InsertPosition position,
+/// Where the entry of that name stands; behind the last one when there is none.
+std::size_t Position(IniSection& section, std::string_view name) {
+    std::size_t comparisons = 0;
+    return section.KeyIndex.Locate(section.Keys, name, comparisons);
+}
+
+std::size_t InsertionPoint(IniSection& section, InsertPosition position,
                            const std::optional<std::string>& anchor) {
     switch (position) {
     case InsertPosition::Begin:
         return 0;
     case InsertPosition::Before:
     case InsertPosition::After: {
-        const std::size_t found = Internal::PositionOf(keys, anchor.value());
-        if (found == keys.size()) {
+        const std::size_t found = Position(section, anchor.value());
+        if (found == section.Keys.size()) {
             throw std::runtime_error("\"" + *anchor + "\" could not be found!");
         }
         return position == InsertPosition::Before ? found : found + 1;
@@ -30,13 +36,19 @@ std::size_t InsertionPoint(const std::vector<IniKey>& keys, InsertPosition posit
     case InsertPosition::End:
         break;
     }
-    return keys.size();
+    return section.Keys.size();
 }
 
-void Insert(std::vector<IniKey>& keys, InsertPosition position,
-            const std::optional<std::string>& anchor, IniKey entry) {
-    if (Internal::PositionOf(keys, entry.Name) == keys.size()) {
-        keys.insert(At(keys.begin(), InsertionPoint(keys, position, anchor)), std::move(entry));
+void Insert(IniSection& section, InsertPosition position, const std::optional<std::string>& anchor,
+            IniKey entry) {
+    std::vector<IniKey>& keys = section.Keys;
+    if (Position(section, entry.Name) == keys.size()) {
+        const std::size_t place = InsertionPoint(section, position, anchor);
+        const bool isLast = place == keys.size();
+        keys.insert(At(keys.begin(), place), std::move(entry));
+        if (isLast) {
+            section.KeyIndex.Refresh(keys);
+        }
     }
 }
 
@@ -51,17 +63,18 @@ IniKey MakeEntry(KeyKind kind, std::string_view name, std::string_view value) {
 } // namespace
 
 std::vector<IniKey>::iterator IniSection::FindKey(std::string_view name) {
-    return At(Keys.begin(), Internal::PositionOf(Keys, name));
+    return At(Keys.begin(), Position(*this, name));
 }
 
 std::vector<IniKey>::const_iterator IniSection::FindKey(std::string_view name) const {
-    return At(Keys.begin(), Internal::PositionOf(Keys, name));
+    return At(Keys.begin(), KeyIndex.Find(Keys, name));
 }
 
 void IniSection::SetKeyValue(std::string_view keyName, std::string_view value, bool quoted) {
-    const std::string ownName(keyName); // it may be that of an entry
-    Internal::StoreValue(*this, Internal::PositionOf(Keys, ownName), ownName, std::string(value),
-                         quoted);
+    // The texts may be those of an entry, which moves when another joins it.
+    const std::string ownName(keyName);
+    const std::string ownValue(value);
+    Internal::StoreValue(*this, Position(*this, ownName), ownName, ownValue, quoted);
 }
 
 void IniSection::SetSectionComment(std::string_view text) {
@@ -77,12 +90,12 @@ void IniSection::AddComment(std::string_view keyName, std::string_view text,
                             bool verbatim) {
     IniKey entry = MakeEntry(KeyKind::Comment, keyName, text);
     entry.Verbatim = verbatim;
-    Insert(Keys, position, anchor, std::move(entry));
+    Insert(*this, position, anchor, std::move(entry));
 }
 
 void IniSection::AddEmptyLine(std::string_view keyName, InsertPosition position,
                               const std::optional<std::string>& anchor) {
-    Insert(Keys, position, anchor, MakeEntry(KeyKind::EmptyLine, keyName, {}));
+    Insert(*this, position, anchor, MakeEntry(KeyKind::EmptyLine, keyName, {}));
 }
 
 void IniSection::SetArrayElement(std::string_view keyName, std::string_view value, bool quoted,
@@ -93,7 +106,7 @@ void IniSection::SetArrayElement(std::string_view keyName, std::string_view valu
     const std::string ownValue(value);
     const std::string ownComment(comment);
     const std::string ownIndex(explicitIndex ? index : std::string_view());
-    Internal::ArrayAt(*this, Internal::PositionOf(Keys, ownName), ownName, explicitIndex)
+    Internal::ArrayAt(*this, Position(*this, ownName), ownName, explicitIndex)
         .SetElement(ownIndex, ownValue, quoted, hasComment, ownComment);
 }
 

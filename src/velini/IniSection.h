@@ -2,8 +2,10 @@
 
 // One section of a document: its name, the comment behind its header, and its entries in the order
 // of the file. The entries may also be edited directly in Keys. Lookups compare names byte for byte
-// and walk the entries from the first, so that they are right whatever was edited; code that wants
-// every entry of a big section walks Keys itself rather than asking name by name.
+// and find the first entry of a name whatever was edited. They take the same time in long sections
+// as in short ones: an index remembers where the names stand, and takes note of every change. The
+// lookups of a constant section use the index as it is, and walk the entries when one was edited
+// directly since; all others bring it up to date.
 
 #include "velini/IniKey.h"
 
@@ -20,7 +22,7 @@ namespace velINI {
 enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After = 3 };
 
 struct IniSection {
-    std::string Name;
+    IniName Name;
 
     /// The comment behind the header, if there is one.
     std::optional<std::string> Comment;
@@ -30,6 +32,9 @@ struct IniSection {
     /// How many generated names of either sort were handed out. They only grow.
     std::uint32_t CommentCount = 0;
     std::uint32_t EmptyLineCount = 0;
+
+    /// Finds the entries by name. It keeps itself up to date and is of no use to others.
+    Internal::NameIndex KeyIndex;
 
     /// The first entry of that name, of whatever kind; Keys.end() when there is none.
     std::vector<IniKey>::iterator FindKey(std::string_view name);

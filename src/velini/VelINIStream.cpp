@@ -1,6 +1,5 @@
 #include "velini/VelINIStream.h"
 
-#include "velini/internal/Entries.h"
 #include "velini/internal/Names.h"
 
 #include <iterator>
@@ -15,6 +14,17 @@ std::size_t CheckedIndex(std::ptrdiff_t index, std::size_t size) {
         throw std::logic_error("Index is out of range!");
     }
     return static_cast<std::size_t>(index);
+}
+
+template <class Document>
+std::string ValueOf(Document& document, std::string_view sectionName, std::string_view keyName,
+                    std::string_view defaultValue) {
+    const auto section = document.FindSection(sectionName);
+    if (section == document.Sections.end()) {
+        return std::string(defaultValue);
+    }
+    const auto key = section->FindKey(keyName);
+    return key == section->Keys.end() ? std::string(defaultValue) : key->Value;
 }
 
 } // namespace
@@ -34,23 +44,24 @@ bool velINIStream::HasSection(std::string_view name) const {
 }
 
 std::vector<IniSection>::iterator velINIStream::FindSection(std::string_view name) {
-    return std::next(Sections.begin(),
-                     static_cast<std::ptrdiff_t>(Internal::PositionOf(Sections, name)));
+    std::size_t comparisons = 0;
+    const std::size_t position = SectionIndex.Locate(Sections, name, comparisons);
+    return std::next(Sections.begin(), static_cast<std::ptrdiff_t>(position));
 }
 
 std::vector<IniSection>::const_iterator velINIStream::FindSection(std::string_view name) const {
     return std::next(Sections.begin(),
-                     static_cast<std::ptrdiff_t>(Internal::PositionOf(Sections, name)));
+                     static_cast<std::ptrdiff_t>(SectionIndex.Find(Sections, name)));
+}
+
+std::string velINIStream::GetValue(std::string_view sectionName, std::string_view keyName,
+                                   std::string_view defaultValue) {
+    return ValueOf(*this, sectionName, keyName, defaultValue);
 }
 
 std::string velINIStream::GetValue(std::string_view sectionName, std::string_view keyName,
                                    std::string_view defaultValue) const {
-    const auto section = FindSection(sectionName);
-    if (section == Sections.end()) {
-        return std::string(defaultValue);
-    }
-    const auto key = section->FindKey(keyName);
-    return key == section->Keys.end() ? std::string(defaultValue) : key->Value;
+    return ValueOf(*this, sectionName, keyName, defaultValue);
 }
 
 void velINIStream::SetValue(std::string_view sectionName, std::string_view keyName,
@@ -62,9 +73,10 @@ void velINIStream::SetValue(std::string_view sectionName, std::string_view keyNa
     }
     // Filled before it joins the others, since the texts may be those of a section.
     IniSection added;
-    added.Name = std::string(sectionName);
+    added.Name = sectionName;
     added.SetKeyValue(keyName, value, quoted);
     Sections.push_back(std::move(added));
+    SectionIndex.Appended(Sections);
 }
 
 void velINIStream::AddBlankLine(std::string_view sectionName) {

@@ -77,6 +77,8 @@ public:
     /// The value of the first entry of that name in the first section of that name, the default
     /// when there is none. A value that is there and empty is the empty string.
     std::string GetValue(std::string_view sectionName, std::string_view keyName,
+                         std::string_view defaultValue);
+    std::string GetValue(std::string_view sectionName, std::string_view keyName,
                          std::string_view defaultValue) const;
 
     /// IniSection::SetKeyValue on the first section of that name, which is appended when missing.
@@ -86,6 +88,9 @@ public:
     /// Appends a blank line to the section, or to the global one for an empty name. Nothing happens
     /// when there is no such section.
     void AddBlankLine(std::string_view sectionName);
+
+    /// Finds the sections by name. It keeps itself up to date and is of no use to others.
+    Internal::NameIndex SectionIndex;
 };
 
 } // namespace velINI

@@ -9,7 +9,7 @@ namespace velINI::Internal {
 namespace {
 
 struct Record {
-    std::string Name;
+    IniName Name;
 };
 
 class NameIndexTest : public ::testing::Test {
@@ -23,11 +23,12 @@ protected:
         const std::size_t position = Locate(name);
         if (position == records_.size()) {
             records_.push_back({name});
+            index_.Appended(records_);
         }
         return position;
     }
 
-    NameIndex<Record> index_;
+    NameIndex index_;
     std::vector<Record> records_;
     std::size_t comparisons_ = 0;
 };

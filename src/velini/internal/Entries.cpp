@@ -2,28 +2,31 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 
 namespace velINI::Internal {
 
-IniKey& AppendEntry(std::vector<IniKey>& entries, KeyKind kind, std::string name,
-                    std::string value) {
+IniKey& AppendEntry(std::vector<IniKey>& entries, NameIndex& index, KeyKind kind,
+                    std::string_view name, std::string_view value) {
     // Copying an empty entry is cheaper than value-initialising one, which first clears its memory.
     static const IniKey blank;
     entries.push_back(blank);
     IniKey& entry = entries.back();
     entry.Kind = kind;
-    entry.Name = std::move(name);
-    entry.Value = std::move(value);
+    entry.Name = name;
+    entry.Value = value;
+    index.Appended(entries);
     return entry;
 }
 
 IniKey& StoreValue(IniSection& section, std::size_t position, std::string_view name,
-                   std::string value, bool quoted) {
-    IniKey& entry = position == section.Keys.size()
-                        ? AppendEntry(section.Keys, KeyKind::Value, std::string(name), {})
-                        : section.Keys[position];
-    entry.Value = std::move(value);
+                   std::string_view value, bool quoted) {
+    if (position == section.Keys.size()) {
+        IniKey& entry = AppendEntry(section.Keys, section.KeyIndex, KeyKind::Value, name, value);
+        entry.Quoted = quoted;
+        return entry;
+    }
+    IniKey& entry = section.Keys[position];
+    entry.Value = value;
     entry.Quoted = quoted;
     return entry;
 }
@@ -31,31 +34,39 @@ IniKey& StoreValue(IniSection& section, std::size_t position, std::string_view n
 IniKey& ArrayAt(IniSection& section, std::size_t position, std::string_view name,
                 bool explicitIndex) {
     if (position == section.Keys.size()) {
-        AppendEntry(section.Keys, KeyKind::Array, std::string(name), {}).Quoted = explicitIndex;
+        AppendEntry(section.Keys, section.KeyIndex, KeyKind::Array, name, {}).Quoted =
+            explicitIndex;
     }
     return section.Keys[position];
 }
 
-std::string ElementNumbers::Next(IniKey& array) {
-    for (; seen_ < array.Elements.size(); ++seen_) {
-        const long index = std::stol(array.Elements[seen_].Name);
-        largest_ = seen_ == 0 ? index : std::max(largest_, index);
+std::string NextElement(IniKey& array) {
+    ElementNumbers unknown;
+    ElementNumbers* known = array.ElementIndex.Numbers(array.Elements);
+    ElementNumbers& numbers = known == nullptr ? unknown : *known;
+    for (; numbers.Seen < array.Elements.size(); ++numbers.Seen) {
+        const long index = std::stol(array.Elements[numbers.Seen].Name);
+        numbers.Largest = numbers.Seen == 0 ? index : std::max(numbers.Largest, index);
     }
     // Counted without a sign, so that the index behind the largest long is defined.
-    const auto next = seen_ == 0 ? 0 : static_cast<std::uint64_t>(largest_) + 1;
+    const auto next = numbers.Seen == 0 ? 0 : static_cast<std::uint64_t>(numbers.Largest) + 1;
     array.NextIndex = static_cast<std::uint32_t>(next);
     return std::to_string(array.NextIndex);
 }
 
-void StoreElement(IniKey& array, std::size_t position, std::string_view name, std::string value,
-                  bool quoted, bool hasComment, std::string_view comment) {
+void StoreElement(IniKey& array, const NewElement& element, std::size_t& comparisons) {
+    const std::size_t position =
+        array.ElementIndex.Locate(array.Elements, element.Name, comparisons);
     const bool isNew = position == array.Elements.size();
-    IniKey& element = isNew ? AppendEntry(array.Elements, KeyKind::Value, std::string(name), {})
-                            : array.Elements[position];
-    element.Value = std::move(value);
-    if (!isNew || hasComment) {
-        element.SetKeyComment(comment);
-        element.Quoted = quoted;
+    if (isNew) {
+        AppendEntry(array.Elements, array.ElementIndex, KeyKind::Value, element.Name,
+                    element.Value);
+    } else {
+        array.Elements[position].Value = element.Value;
+    }
+    if (!isNew || element.HasComment) {
+        array.Elements[position].SetKeyComment(element.Comment);
+        array.Elements[position].Quoted = element.Quoted;
     }
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-// What storing an entry means, once it is known where the entry stands. The public operations find
-// that out by walking the records, which callers may have edited in any way; the reader, alone with
-// its document, by NameIndex.
+// What storing an entry means, once it is known where the entry stands. The public operations and
+// the reader share it.
 
 #include "velini/IniSection.h"
 
@@ -13,45 +12,37 @@
 
 namespace velINI::Internal {
 
-// Texts that are views must not be those of a record in the list that grows.
-
-/// Position of the first record of that name, the size of the list when there is none.
-template <class Record>
-std::size_t PositionOf(const std::vector<Record>& records, std::string_view name) {
-    std::size_t position = 0;
-    while (position < records.size() && records[position].Name != name) {
-        ++position;
-    }
-    return position;
-}
+// Texts that are views must not be those of a record in the list that grows. A position that is the
+// size of the list must come from the index, asked for the same name just before.
 
 /// Appends an entry that has nothing but its kind, name and value.
-IniKey& AppendEntry(std::vector<IniKey>& entries, KeyKind kind, std::string name,
-                    std::string value);
+IniKey& AppendEntry(std::vector<IniKey>& entries, NameIndex& index, KeyKind kind,
+                    std::string_view name, std::string_view value);
 
 /// IniSection::SetKeyValue, for the entry at `position` or, at the end, a new one. Returns it.
 IniKey& StoreValue(IniSection& section, std::size_t position, std::string_view name,
-                   std::string value, bool quoted);
+                   std::string_view value, bool quoted);
 
 /// The entry at `position` or, at the end, a new array made by an element with or without an
 /// explicit index.
 IniKey& ArrayAt(IniSection& section, std::size_t position, std::string_view name,
                 bool explicitIndex);
 
-/// The automatic numbering of one array. It goes on from the elements that it has seen, so that
-/// numbering all elements of a growing array takes one look at each.
-class ElementNumbers {
-public:
-    /// The next index, which it also stores in the array. Raises what std::stol raises.
-    std::string Next(IniKey& array);
+/// The index that automatic numbering gives the next element, which it also stores in the array.
+/// Elements that the array's index has seen before are not looked at again. Raises what std::stol
+/// raises.
+std::string NextElement(IniKey& array);
 
-private:
-    std::size_t seen_ = 0;
-    long largest_ = 0;
+/// An element as IniKey::SetElement takes it, its index made.
+struct NewElement {
+    std::string_view Name;
+    std::string_view Value;
+    bool Quoted;
+    bool HasComment;
+    std::string_view Comment;
 };
 
-/// IniKey::SetElement, for the element at `position` or, at the end, a new one of that name.
-void StoreElement(IniKey& array, std::size_t position, std::string_view name, std::string value,
-                  bool quoted, bool hasComment, std::string_view comment);
+/// IniKey::SetElement.
+void StoreElement(IniKey& array, const NewElement& element, std::size_t& comparisons);
 
 } // namespace velINI::Internal

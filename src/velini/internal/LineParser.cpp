@@ -267,10 +267,10 @@ void LineParser::AddComment(std::string_view text) {
                  text);
 }
 
-void LineParser::AddGenerated(IniSection& section, KeyKind kind, std::string name,
+void LineParser::AddGenerated(IniSection& section, KeyKind kind, std::string_view name,
                               std::string_view text) {
     if (LocateKey(section, name) == section.Keys.size()) {
-        AppendEntry(section.Keys, kind, std::move(name), std::string(text));
+        AppendEntry(section.Keys, section.KeyIndex, kind, name, text);
     }
 }
 
@@ -284,35 +284,33 @@ void LineParser::StoreArrayElement() {
     IniSection& section = CurrentSection();
     const std::size_t position = LocateKey(section, tag_.Name);
     IniKey& array = ArrayAt(section, position, tag_.Name, tag_.ExplicitIndex);
-    ArrayTable& table = arrays_[{*section_, position}];
     if (array.Elements.empty()) {
         array.Elements.reserve(ExpectedElements());
+        arrays_.push_back({*section_, position});
     }
     if (tag_.Index.empty()) {
-        tag_.Index = table.Numbers.Next(array);
+        tag_.Index = NextElement(array);
     }
-    StoreElement(array, table.Elements.Locate(array.Elements, tag_.Index, comparisons_), tag_.Index,
-                 content_.Value, content_.Quoted, content_.HasComment, content_.Comment);
+    StoreElement(
+        array, {tag_.Index, content_.Value, content_.Quoted, content_.HasComment, content_.Comment},
+        comparisons_);
 }
 
 IniSection& LineParser::CurrentSection() {
     if (!section_) {
-        section_ = sections_.Locate(document_.Sections, sectionName_, comparisons_);
+        section_ = document_.SectionIndex.Locate(document_.Sections, sectionName_, comparisons_);
         if (*section_ == document_.Sections.size()) {
             IniSection& section = document_.Sections.emplace_back();
             section.Name = sectionName_;
             section.Keys.reserve(ExpectedEntries());
-            newKeys_.Clear();
-            keys_ = &newKeys_;
-        } else {
-            keys_ = &oldKeys_[*section_];
+            document_.SectionIndex.Appended(document_.Sections);
         }
     }
     return document_.Sections[*section_];
 }
 
-std::size_t LineParser::LocateKey(const IniSection& section, std::string_view name) {
-    return keys_->Locate(section.Keys, name, comparisons_);
+std::size_t LineParser::LocateKey(IniSection& section, std::string_view name) {
+    return section.KeyIndex.Locate(section.Keys, name, comparisons_);
 }
 
 void LineParser::ReserveSections() {
@@ -344,18 +342,20 @@ std::size_t LineParser::ExpectedElements() const {
 }
 
 void LineParser::ReleaseReserves() {
-    const auto release = [](auto& list) {
+    const auto release = [](auto& list, NameIndex& index) {
         if (list.capacity() - list.size() > list.size() / 8) {
             list.shrink_to_fit();
+            index.Refresh(list);
         }
     };
-    for (const auto& [key, table] : arrays_) {
-        release(document_.Sections[key.Section].Keys[key.Position].Elements);
+    for (const ArrayPlace& place : arrays_) {
+        IniKey& array = document_.Sections[place.Section].Keys[place.Position];
+        release(array.Elements, array.ElementIndex);
     }
     for (IniSection& section : document_.Sections) {
-        release(section.Keys);
+        release(section.Keys, section.KeyIndex);
     }
-    release(document_.Sections);
+    release(document_.Sections, document_.SectionIndex);
 }
 
 } // namespace velINI::Internal

@@ -5,14 +5,12 @@
 
 #include "velini/VelINIStream.h"
 #include "velini/internal/Entries.h"
-#include "velini/internal/NameIndex.h"
 #include "velini/internal/Names.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace velINI::Internal {
@@ -34,24 +32,9 @@ public:
 
 private:
     /// An array by the positions of its section and its entry.
-    struct ArrayKey {
+    struct ArrayPlace {
         std::size_t Section = 0;
         std::size_t Position = 0;
-
-        bool operator==(const ArrayKey&) const = default;
-    };
-
-    struct ArrayKeyHash {
-        std::size_t operator()(const ArrayKey& key) const {
-            constexpr std::size_t Spread = 0x9E3779B1;
-            return key.Section * Spread ^ key.Position;
-        }
-    };
-
-    /// How to find the elements of one array, and to number new ones.
-    struct ArrayTable {
-        NameIndex<IniKey> Elements;
-        ElementNumbers Numbers;
     };
 
     /// The part of a key line in front of the separator.
@@ -78,15 +61,16 @@ private:
 
     void AddEmptyLine();
     void AddComment(std::string_view text);
-    void AddGenerated(IniSection& section, KeyKind kind, std::string name, std::string_view text);
+    void AddGenerated(IniSection& section, KeyKind kind, std::string_view name,
+                      std::string_view text);
     void StoreKey();
     void StoreArrayElement();
 
     /// The section that the last header named, made if it is missing.
     IniSection& CurrentSection();
 
-    /// Where the entry of that name stands in the current section, by the rules of NameIndex.
-    std::size_t LocateKey(const IniSection& section, std::string_view name);
+    /// Where the entry of that name stands in the section, by the rules of NameIndex.
+    std::size_t LocateKey(IniSection& section, std::string_view name);
 
     // Growing lists of entries would spend more time on moving house than the parse on the text, so
     // each gets room for what the lines ahead let expect. A wrong guess costs only speed.
@@ -111,15 +95,7 @@ private:
     std::optional<std::size_t> section_; // where it stands, once that was asked
     std::string error_;                  // what is wrong with the line at hand
 
-    NameIndex<IniSection> sections_;
-    // One index serves all sections that the text makes, in turn. A section that is come back to,
-    // or was there before, has one of its own for the rest of the text, so that it is built for no
-    // section more than twice.
-    NameIndex<IniKey> newKeys_;
-    std::unordered_map<std::size_t, NameIndex<IniKey>> oldKeys_;
-    NameIndex<IniKey>* keys_ = nullptr; // that of the current section
-
-    std::unordered_map<ArrayKey, ArrayTable, ArrayKeyHash> arrays_;
+    std::vector<ArrayPlace> arrays_; // that got their first element
 
     std::size_t comparisons_ = 0;
 

@@ -1,111 +1,207 @@
 #pragma once
 
-// Finds records by name in a list that grows only at its end, in a time that does not depend on the
-// length of the list. The reader keeps one for each list that it fills, for as long as it reads; no
-// index outlives the reading, so none can go stale when a caller edits the records.
+// Finds records by name in a list, in a time that does not depend on the length of the list. Each
+// list has an index of its own that stands beside it and builds itself when a long list is asked
+// for a name. It stays right whatever callers do to the records: names tell when they change, what
+// is appended is noticed by the length of the list, and a list put in the place of another by where
+// it lies. An index that is out of date is built anew.
 //
 // A hash table with open addressing and linear probing. Each slot has a tag, seven bits of the
 // hash, and the position of a record. The tags lie by themselves: most names of a file are new, and
 // to see that, a look at the tags is nearly always enough, which are few bytes and stay in the
-// cache where the records and their positions would not.
+// cache where the records and their positions would not. The hash is keyed by a secret of the
+// process (NameHash.h), so that nobody can make up a file whose names all meet in one slot.
 
-#include <bit>
+#include "velini/IniName.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
-#include <stdexcept>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 namespace velINI::Internal {
 
-template <class Record>
+/// What the automatic numbering of an array has learned of the elements so far.
+struct ElementNumbers {
+    std::size_t Seen = 0;
+    long Largest = 0;
+};
+
 class NameIndex {
 public:
-    /// Position of the first record of that name. When there is none it is the size of the list,
-    /// and the caller must append a record of that name before it asks again.
-    ///
-    /// Adds to `comparisons` how many pairs of names were compared: the measure by which tests see
-    /// that this does not grow with the list.
-    std::size_t Locate(const std::vector<Record>& records, std::string_view name,
+    NameIndex() noexcept = default;
+    /// A copy of a list gets an index of its own when it is asked for a name.
+    NameIndex(const NameIndex&) noexcept {}
+    NameIndex(NameIndex&&) noexcept = default;
+    NameIndex& operator=(const NameIndex& other) noexcept;
+    NameIndex& operator=(NameIndex&&) noexcept = default;
+    ~NameIndex() = default;
+
+    /// Position of the first record of that name, the size of the list when there is none. Adds to
+    /// `comparisons` how many pairs of names were compared: the measure by which tests see that
+    /// this does not grow with the list.
+    template <class Record>
+    std::size_t Locate(std::vector<Record>& records, std::string_view name,
                        std::size_t& comparisons) {
-        if (tags_.empty()) {
-            if (records.size() < LongestWalk) {
-                return Walk(records, name, comparisons);
-            }
-            Build(records, records.capacity(), comparisons);
-        } else if (2 * used_ >= tags_.size()) {
-            Build(records, 2 * records.size(), comparisons);
+        if (records.size() < LongestWalk || !Update(records, comparisons)) {
+            return Walk(records, name, 0, comparisons);
         }
-        return Probe(records, name, records.size(), comparisons);
+        table_->MissedHash = HashOf(name);
+        const std::size_t slot = table_->SlotOf(records, name, table_->MissedHash, comparisons);
+        return table_->Tags[slot] == FreeTag ? records.size() : table_->Positions[slot];
     }
 
-    /// Makes the index ready for another list.
-    void Clear() {
-        tags_.clear();
-        used_ = 0;
+    /// The same without building an index or bringing it up to date: what it does not know is
+    /// looked for from record to record.
+    template <class Record>
+    std::size_t Find(const std::vector<Record>& records, std::string_view name) const {
+        std::size_t comparisons = 0;
+        if (!IsValid(records)) {
+            return Walk(records, name, 0, comparisons);
+        }
+        const std::size_t slot = table_->SlotOf(records, name, HashOf(name), comparisons);
+        return table_->Tags[slot] == FreeTag ? Walk(records, name, table_->Known, comparisons)
+                                             : table_->Positions[slot];
     }
+
+    /// To be called when the name that was located last, in vain, has become that of a new last
+    /// record: Refresh, without hashing it again.
+    template <class Record>
+    void Appended(std::vector<Record>& records) {
+        if (IsValid(records) && table_->Known + 1 == records.size() && table_->HasRoom()) {
+            std::size_t comparisons = 0;
+            Add(records, table_->MissedHash, comparisons);
+        } else {
+            Refresh(records);
+        }
+    }
+
+    /// Brings the index up to date before anyone asks, for lookups that cannot do it themselves.
+    template <class Record>
+    void Refresh(std::vector<Record>& records) {
+        std::size_t comparisons = 0;
+        if (records.size() >= LongestWalk) {
+            Update(records, comparisons);
+        }
+    }
+
+    /// What numbering knows of the list; nothing of one that has no index, or no longer.
+    template <class Record>
+    ElementNumbers* Numbers(const std::vector<Record>& records) {
+        return IsValid(records) ? &table_->Numbers : nullptr;
+    }
+
+    /// Documents are equal or not whatever their indexes know.
+    friend bool operator==(const NameIndex&, const NameIndex&) { return true; }
 
 private:
     /// Shorter lists have no table.
-    static constexpr std::size_t LongestWalk = 8;
+    static constexpr std::size_t LongestWalk = 32;
 
     static constexpr std::uint8_t FreeTag = 0;
 
     /// Half the size of the records' own count, for the sake of the cache.
     using Position = std::uint32_t;
 
+    struct Table {
+        Table();
+        Table(const Table&) = delete;
+        Table& operator=(const Table&) = delete;
+        ~Table();
+
+        bool HasRoom() const { return 2 * Known < Tags.size(); }
+
+        /// The slot of the first record of that name, or the free one where it would be.
+        template <class Record>
+        std::size_t SlotOf(const std::vector<Record>& records, std::string_view name,
+                           std::uint64_t hash, std::size_t& comparisons) const {
+            const std::size_t lastSlot = Tags.size() - 1;
+            const std::uint8_t tag = TagOf(hash);
+            std::size_t slot = hash & lastSlot;
+            while (Tags[slot] != FreeTag) {
+                if (Tags[slot] == tag) {
+                    ++comparisons;
+                    if (records[Positions[slot]].Name == name) {
+                        break;
+                    }
+                }
+                slot = (slot + 1) & lastSlot;
+            }
+            return slot;
+        }
+
+        NameWatch* Watch;
+        const void* Records = nullptr; // where the list lay
+        std::size_t Known = 0;         // how many records of it, from the first on, are indexed
+        std::uint64_t MissedHash = 0;  // of the name that was located last
+        ElementNumbers Numbers;
+        std::vector<std::uint8_t> Tags;  // a power of two of them, no more than half of them used
+        std::vector<Position> Positions; // as many; those of free tags mean nothing
+    };
+
+    static std::uint64_t HashOf(std::string_view name);
+
+    static std::uint8_t TagOf(std::uint64_t hash) {
+        return static_cast<std::uint8_t>(0x80U | hash >> 57);
+    }
+
+    template <class Record>
     static std::size_t Walk(const std::vector<Record>& records, std::string_view name,
-                            std::size_t& comparisons) {
-        for (std::size_t position = 0; position < records.size(); ++position) {
+                            std::size_t position, std::size_t& comparisons) {
+        while (position < records.size()) {
             ++comparisons;
             if (records[position].Name == name) {
-                return position;
+                break;
             }
+            ++position;
         }
-        return records.size();
-    }
-
-    void Build(const std::vector<Record>& records, std::size_t room, std::size_t& comparisons) {
-        if (room > std::numeric_limits<Position>::max()) {
-            throw std::length_error("A list has too many records!");
-        }
-        const std::size_t slots = std::bit_ceil(2 * room + 1);
-        Clear();
-        tags_.resize(slots, FreeTag);
-        positions_.resize(slots);
-        for (std::size_t position = 0; position < records.size(); ++position) {
-            Probe(records, records[position].Name, position, comparisons);
-        }
-    }
-
-    /// The position that the name has in the table, which becomes `position` when it has none.
-    std::size_t Probe(const std::vector<Record>& records, std::string_view name,
-                      std::size_t position, std::size_t& comparisons) {
-        const std::size_t hash = std::hash<std::string_view>()(name);
-        const auto tag = static_cast<std::uint8_t>(
-            0x80U | hash >> (std::numeric_limits<std::size_t>::digits - 7));
-        const std::size_t lastSlot = tags_.size() - 1;
-        std::size_t slot = hash & lastSlot;
-        while (tags_[slot] != FreeTag) {
-            if (tags_[slot] == tag) {
-                ++comparisons;
-                if (records[positions_[slot]].Name == name) {
-                    return positions_[slot];
-                }
-            }
-            slot = (slot + 1) & lastSlot;
-        }
-        tags_[slot] = tag;
-        positions_[slot] = static_cast<Position>(position);
-        ++used_;
         return position;
     }
 
-    std::vector<std::uint8_t> tags_;  // a power of two of them, no more than half of them used
-    std::vector<Position> positions_; // at least as many; those of free tags mean nothing
-    std::size_t used_ = 0;
+    /// Whether all is as it was, but for records that were appended.
+    template <class Record>
+    bool IsValid(const std::vector<Record>& records) const {
+        return table_ != nullptr && table_->Known != 0 && table_->Records == records.data() &&
+               table_->Known <= records.size() &&
+               !table_->Watch->Changed.load(std::memory_order_relaxed);
+    }
+
+    /// Makes the index know all records; false for a list that is too long to have one.
+    template <class Record>
+    bool Update(std::vector<Record>& records, std::size_t& comparisons) {
+        if (records.capacity() > std::numeric_limits<Position>::max()) {
+            return false;
+        }
+        if (!IsValid(records)) {
+            Restart(records.data(), records.capacity());
+        }
+        while (table_->Known < records.size()) {
+            if (!table_->HasRoom()) {
+                Restart(records.data(), 2 * records.size());
+            }
+            Add(records, HashOf(records[table_->Known].Name), comparisons);
+        }
+        return true;
+    }
+
+    /// An empty table with room for so many records.
+    void Restart(const void* records, std::size_t room);
+
+    template <class Record>
+    void Add(std::vector<Record>& records, std::uint64_t hash, std::size_t& comparisons) {
+        IniName& name = records[table_->Known].Name;
+        const std::size_t slot = table_->SlotOf(records, name, hash, comparisons);
+        if (table_->Tags[slot] == FreeTag) {
+            table_->Tags[slot] = TagOf(hash);
+            table_->Positions[slot] = static_cast<Position>(table_->Known);
+        }
+        name.WatchFor(table_->Watch);
+        ++table_->Known;
+    }
+
+    std::unique_ptr<Table> table_;
 };
 
 } // namespace velINI::Internal

@@ -1,0 +1,75 @@
+#include "velini/internal/NameIndex.h"
+
+#include "velini/internal/NameHash.h"
+
+#include <bit>
+#include <mutex>
+#include <ostream>
+
+namespace velINI {
+
+std::ostream& operator<<(std::ostream& out, const IniName& name) { return out << name.text_; }
+
+namespace Internal {
+namespace {
+
+/// The watches that no index uses. They are never freed, as names may tell of changes at any time.
+struct FreeWatches {
+    std::mutex Mutex;
+    NameWatch* First = nullptr;
+};
+
+FreeWatches& Watches() {
+    static FreeWatches& watches = *new FreeWatches; // outlives all static documents
+    return watches;
+}
+
+NameWatch* TakeWatch() {
+    FreeWatches& watches = Watches();
+    const std::lock_guard lock(watches.Mutex);
+    if (watches.First == nullptr) {
+        return new NameWatch;
+    }
+    NameWatch* watch = watches.First;
+    watches.First = watch->NextFree;
+    watch->Changed.store(false, std::memory_order_relaxed);
+    return watch;
+}
+
+void GiveBack(NameWatch* watch) {
+    FreeWatches& watches = Watches();
+    const std::lock_guard lock(watches.Mutex);
+    watch->NextFree = watches.First;
+    watches.First = watch;
+}
+
+} // namespace
+
+NameIndex& NameIndex::operator=(const NameIndex& other) noexcept {
+    if (this != &other) {
+        table_.reset();
+    }
+    return *this;
+}
+
+NameIndex::Table::Table() : Watch(TakeWatch()) {}
+
+NameIndex::Table::~Table() { GiveBack(Watch); }
+
+std::uint64_t NameIndex::HashOf(std::string_view name) { return NameHash(name); }
+
+void NameIndex::Restart(const void* records, std::size_t room) {
+    if (table_ == nullptr) {
+        table_ = std::make_unique<Table>();
+    }
+    const std::size_t slots = std::bit_ceil(2 * room + 1);
+    table_->Known = 0;
+    table_->Numbers = {};
+    table_->Tags.assign(slots, FreeTag);
+    table_->Positions.resize(slots);
+    table_->Records = records;
+    table_->Watch->Changed.store(false, std::memory_order_relaxed);
+}
+
+} // namespace Internal
+} // namespace velINI
