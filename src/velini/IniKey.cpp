@@ -24,14 +24,14 @@ void IniKey::SetElement(std::string_view index, std::string_view value, bool quo
     Internal::StoreElement(*this, {name, ownValue, quoted, hasComment, ownComment}, comparisons);
 }
 
-std::vector<IniKey>& Elements(IniKey& key) {
+ElementList& Elements(IniKey& key) {
     if (key.Kind != KeyKind::Array) {
         throw std::runtime_error("Data is not of type array!");
     }
     return key.Elements;
 }
 
-const std::vector<IniKey>& Elements(const IniKey& key) {
+const ElementList& Elements(const IniKey& key) {
     if (key.Kind != KeyKind::Array) {
         throw std::runtime_error("Data is not of type array!");
     }

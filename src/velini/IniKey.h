@@ -4,7 +4,9 @@
 // is how a file that is read and written again keeps its shape: code that walks the entries of a
 // section looks at Kind and passes over what it does not want.
 
+#include "velini/ElementList.h"
 #include "velini/IniName.h"
+#include "velini/OptionalText.h"
 #include "velini/internal/NameIndex.h"
 
 #include <cstdint>
@@ -21,7 +23,7 @@ enum class KeyKind : std::uint8_t { EmptyLine = 0, Comment = 1, Value = 2, Array
 struct IniKey {
     KeyKind Kind = KeyKind::Value;
 
-    // The small fields stand together, which makes an entry a tenth smaller.
+    // The small fields stand together, which makes an entry smaller.
 
     /// The value stands in quotes in the file. On an Array: the element that made the array had its
     /// index written out; nothing reads it there.
@@ -46,14 +48,11 @@ struct IniKey {
 
     /// The comment behind the entry on its line. The writer makes a comment sign even for an empty
     /// text, so an entry without one has no value here.
-    std::optional<std::string> Comment;
+    OptionalText Comment;
 
     /// Of an Array: its elements in file order, each of kind Value. Elements(key) below is the
     /// checked way to them.
-    std::vector<IniKey> Elements;
-
-    /// Finds the elements by name. It keeps itself up to date and is of no use to others.
-    Internal::NameIndex ElementIndex;
+    ElementList Elements;
 
     /// Sets the comment behind the entry; an empty text removes it.
     void SetKeyComment(std::string_view text);
@@ -69,11 +68,41 @@ struct IniKey {
     /// (std::invalid_argument) or does not fit a long (std::out_of_range).
     void SetElement(std::string_view index, std::string_view value, bool quoted, bool hasComment,
                     std::string_view comment);
+
+    /// Whether all fields are equal; those of the elements too.
+    friend bool operator==(const IniKey&, const IniKey&) = default;
 };
 
 /// The elements of an array, to walk them. Raises std::runtime_error "Data is not of type array!"
 /// when the entry is of another kind. A free function, because the field has the name.
-std::vector<IniKey>& Elements(IniKey& key);
-const std::vector<IniKey>& Elements(const IniKey& key);
+ElementList& Elements(IniKey& key);
+const ElementList& Elements(const IniKey& key);
+
+inline std::size_t ElementList::size() const { return List().size(); }
+inline ElementList::iterator ElementList::begin() { return List().begin(); }
+inline ElementList::iterator ElementList::end() { return List().end(); }
+inline ElementList::const_iterator ElementList::begin() const { return List().begin(); }
+inline ElementList::const_iterator ElementList::end() const { return List().end(); }
+inline IniKey& ElementList::operator[](std::size_t position) { return List()[position]; }
+inline const IniKey& ElementList::operator[](std::size_t position) const {
+    return List()[position];
+}
+inline IniKey& ElementList::at(std::size_t position) { return List().at(position); }
+inline const IniKey& ElementList::at(std::size_t position) const { return List().at(position); }
+inline IniKey& ElementList::front() { return List().front(); }
+inline const IniKey& ElementList::front() const { return List().front(); }
+inline IniKey& ElementList::back() { return List().back(); }
+inline const IniKey& ElementList::back() const { return List().back(); }
+inline void ElementList::push_back(const IniKey& element) { List().push_back(element); }
+inline IniKey& ElementList::emplace_back() { return List().emplace_back(); }
+inline void ElementList::pop_back() { List().pop_back(); }
+inline ElementList::iterator ElementList::insert(const_iterator place, const IniKey& element) {
+    return List().insert(place, element);
+}
+inline ElementList::iterator ElementList::erase(const_iterator place) {
+    return List().erase(place);
+}
+inline void ElementList::clear() { List().clear(); }
+inline void ElementList::reserve(std::size_t count) { List().reserve(count); }
 
 } // namespace velINI

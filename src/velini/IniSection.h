@@ -25,7 +25,7 @@ struct IniSection {
     IniName Name;
 
     /// The comment behind the header, if there is one.
-    std::optional<std::string> Comment;
+    OptionalText Comment;
 
     std::vector<IniKey> Keys;
 
@@ -66,6 +66,9 @@ struct IniSection {
     void SetArrayElement(std::string_view keyName, std::string_view value, bool quoted,
                          bool hasComment, std::string_view comment, std::string_view index,
                          bool explicitIndex);
+
+    /// Whether all fields are equal.
+    friend bool operator==(const IniSection&, const IniSection&) = default;
 };
 
 } // namespace velINI

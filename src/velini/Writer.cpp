@@ -178,7 +178,7 @@ private:
         }
     }
 
-    void AppendComment(const std::optional<std::string>& comment) {
+    void AppendComment(const OptionalText& comment) {
         if (comment) {
             text_ += space_;
             text_ += document_.CommentCharacter;

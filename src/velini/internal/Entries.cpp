@@ -42,7 +42,7 @@ IniKey& ArrayAt(IniSection& section, std::size_t position, std::string_view name
 
 std::string NextElement(IniKey& array) {
     ElementNumbers unknown;
-    ElementNumbers* known = array.ElementIndex.Numbers(array.Elements);
+    ElementNumbers* known = array.Elements.Index().Numbers(array.Elements.List());
     ElementNumbers& numbers = known == nullptr ? unknown : *known;
     for (; numbers.Seen < array.Elements.size(); ++numbers.Seen) {
         const long index = std::stol(array.Elements[numbers.Seen].Name);
@@ -55,18 +55,18 @@ std::string NextElement(IniKey& array) {
 }
 
 void StoreElement(IniKey& array, const NewElement& element, std::size_t& comparisons) {
-    const std::size_t position =
-        array.ElementIndex.Locate(array.Elements, element.Name, comparisons);
-    const bool isNew = position == array.Elements.size();
+    std::vector<IniKey>& elements = array.Elements;
+    NameIndex& index = array.Elements.Index();
+    const std::size_t position = index.Locate(elements, element.Name, comparisons);
+    const bool isNew = position == elements.size();
     if (isNew) {
-        AppendEntry(array.Elements, array.ElementIndex, KeyKind::Value, element.Name,
-                    element.Value);
+        AppendEntry(elements, index, KeyKind::Value, element.Name, element.Value);
     } else {
-        array.Elements[position].Value = element.Value;
+        elements[position].Value = element.Value;
     }
     if (!isNew || element.HasComment) {
-        array.Elements[position].SetKeyComment(element.Comment);
-        array.Elements[position].Quoted = element.Quoted;
+        elements[position].SetKeyComment(element.Comment);
+        elements[position].Quoted = element.Quoted;
     }
 }
 

@@ -350,7 +350,7 @@ void LineParser::ReleaseReserves() {
     };
     for (const ArrayPlace& place : arrays_) {
         IniKey& array = document_.Sections[place.Section].Keys[place.Position];
-        release(array.Elements, array.ElementIndex);
+        release(array.Elements.List(), array.Elements.Index());
     }
     for (IniSection& section : document_.Sections) {
         release(section.Keys, section.KeyIndex);

@@ -1,0 +1,47 @@
+#include "velini/ElementList.h"
+
+#include "velini/IniKey.h"
+
+namespace velINI {
+
+struct ElementList::Content {
+    std::vector<IniKey> Elements;
+    Internal::NameIndex Index;
+};
+
+ElementList::ElementList() noexcept = default;
+ElementList::ElementList(ElementList&&) noexcept = default;
+ElementList& ElementList::operator=(ElementList&&) noexcept = default;
+ElementList::~ElementList() = default;
+
+ElementList::ElementList(const std::vector<IniKey>& elements) {
+    if (!elements.empty()) {
+        Filled().Elements = elements;
+    }
+}
+
+ElementList::ElementList(const ElementList& other) : ElementList(other.List()) {}
+
+ElementList& ElementList::operator=(const ElementList& other) { return *this = ElementList(other); }
+
+ElementList::Content& ElementList::Filled() {
+    if (content_ == nullptr) {
+        content_ = std::make_unique<Content>();
+    }
+    return *content_;
+}
+
+std::vector<IniKey>& ElementList::List() { return Filled().Elements; }
+
+const std::vector<IniKey>& ElementList::List() const {
+    static const std::vector<IniKey> none;
+    return content_ == nullptr ? none : content_->Elements;
+}
+
+Internal::NameIndex& ElementList::Index() { return Filled().Index; }
+
+bool operator==(const ElementList& left, const ElementList& right) {
+    return left.List() == right.List();
+}
+
+} // namespace velINI

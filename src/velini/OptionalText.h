@@ -1,0 +1,64 @@
+#pragma once
+
+// A text that may be missing, which is not the same as an empty one. It is used like a
+// std::optional<std::string> and converts from and to it, but takes no more room than a pointer
+// where nothing is: most entries of a file have no comment behind them.
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace velINI {
+
+class OptionalText {
+public:
+    OptionalText() noexcept = default;
+    OptionalText(std::nullopt_t) noexcept {}
+    OptionalText(std::string text) : text_(std::make_unique<std::string>(std::move(text))) {}
+    OptionalText(std::string_view text) : OptionalText(std::string(text)) {}
+    OptionalText(const char* text) : OptionalText(std::string(text)) {}
+    OptionalText(const std::optional<std::string>& text)
+        : text_(text ? std::make_unique<std::string>(*text) : nullptr) {}
+    OptionalText(const OptionalText& other)
+        : text_(other.text_ ? std::make_unique<std::string>(*other.text_) : nullptr) {}
+    OptionalText(OptionalText&&) noexcept = default;
+    OptionalText& operator=(const OptionalText& other) { return *this = OptionalText(other); }
+    OptionalText& operator=(OptionalText&&) noexcept = default;
+    ~OptionalText() = default;
+
+    operator std::optional<std::string>() const {
+        return text_ ? std::optional<std::string>(*text_) : std::nullopt;
+    }
+
+    // By the names that std::optional has for them.
+
+    [[nodiscard]] bool has_value() const noexcept { return text_ != nullptr; }
+    explicit operator bool() const noexcept { return text_ != nullptr; }
+    std::string& operator*() { return *text_; }
+    const std::string& operator*() const { return *text_; }
+    std::string* operator->() { return text_.get(); }
+    const std::string* operator->() const { return text_.get(); }
+
+    /// Raises std::bad_optional_access when there is no text.
+    const std::string& value() const { return text_ ? *text_ : throw std::bad_optional_access(); }
+    std::string value_or(std::string_view otherwise) const {
+        return text_ ? *text_ : std::string(otherwise);
+    }
+    void reset() noexcept { text_.reset(); }
+
+    friend bool operator==(const OptionalText& left, const OptionalText& right) {
+        return left.text_ && right.text_ ? *left.text_ == *right.text_
+                                         : left.has_value() == right.has_value();
+    }
+    friend bool operator==(const OptionalText& left, std::nullopt_t) { return !left.text_; }
+    friend bool operator==(const OptionalText& left, const char* right) {
+        return left.text_ && *left.text_ == right;
+    }
+
+private:
+    std::unique_ptr<std::string> text_;
+};
+
+} // namespace velINI
