@@ -66,8 +66,14 @@ struct IniKey {
     ///
     /// With an empty index, raises what std::stol raises when an element's name is not a number
     /// (std::invalid_argument) or does not fit a long (std::out_of_range).
-    void SetElement(std::string_view index, std::string_view value, bool quoted, bool hasComment,
-                    std::string_view comment);
+    void SetElement(std::string_view index, std::string_view value, bool quoted = false,
+                    bool hasComment = false, std::string_view comment = {});
+
+    // To walk over the elements, of which only an Array has any:  for (const IniKey& e : key)
+    [[nodiscard]] auto begin();
+    [[nodiscard]] auto end();
+    [[nodiscard]] auto begin() const;
+    [[nodiscard]] auto end() const;
 
     /// Whether all fields are equal; those of the elements too.
     friend bool operator==(const IniKey&, const IniKey&) = default;
@@ -77,6 +83,11 @@ struct IniKey {
 /// when the entry is of another kind. A free function, because the field has the name.
 ElementList& Elements(IniKey& key);
 const ElementList& Elements(const IniKey& key);
+
+inline auto IniKey::begin() { return Elements.List().begin(); }
+inline auto IniKey::end() { return Elements.List().end(); }
+inline auto IniKey::begin() const { return Elements.List().begin(); }
+inline auto IniKey::end() const { return Elements.List().end(); }
 
 inline std::size_t ElementList::size() const { return List().size(); }
 inline ElementList::iterator ElementList::begin() { return List().begin(); }

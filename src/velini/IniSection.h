@@ -8,8 +8,11 @@
 // directly since; all others bring it up to date.
 
 #include "velini/IniKey.h"
+#include "velini/ValueAs.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +23,47 @@ namespace velINI {
 /// Where AddComment and AddEmptyLine put the new entry: in front of all others, behind them, or
 /// just before or behind the anchor. A number above After counts as End.
 enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After = 3 };
+
+/// Walks over the keys of a section, which are its values and arrays, and passes over comments and
+/// blank lines.
+template <class Iterator>
+class KeyIterator {
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = IniKey;
+    using difference_type = std::ptrdiff_t;
+    using pointer = typename std::iterator_traits<Iterator>::pointer;
+    using reference = typename std::iterator_traits<Iterator>::reference;
+
+    KeyIterator() = default;
+    KeyIterator(Iterator place, Iterator end) : place_(place), end_(end) { PassOver(); }
+
+    reference operator*() const { return *place_; }
+    pointer operator->() const { return &*place_; }
+    KeyIterator& operator++() {
+        ++place_;
+        PassOver();
+        return *this;
+    }
+    KeyIterator operator++(int) {
+        KeyIterator before = *this;
+        ++*this;
+        return before;
+    }
+    friend bool operator==(const KeyIterator& left, const KeyIterator& right) {
+        return left.place_ == right.place_;
+    }
+
+private:
+    void PassOver() {
+        while (place_ != end_ && place_->Kind != KeyKind::Value && place_->Kind != KeyKind::Array) {
+            ++place_;
+        }
+    }
+
+    Iterator place_{};
+    Iterator end_{};
+};
 
 struct IniSection {
     IniName Name;
@@ -37,12 +81,26 @@ struct IniSection {
     Internal::NameIndex KeyIndex;
 
     /// The first entry of that name, of whatever kind; Keys.end() when there is none.
-    std::vector<IniKey>::iterator FindKey(std::string_view name);
-    std::vector<IniKey>::const_iterator FindKey(std::string_view name) const;
+    [[nodiscard]] std::vector<IniKey>::iterator FindKey(std::string_view name);
+    [[nodiscard]] std::vector<IniKey>::const_iterator FindKey(std::string_view name) const;
+
+    /// The value of that entry by the rules of ValueAs; nothing when there is none or when it is
+    /// not of the type.
+    template <class Type>
+    [[nodiscard]] std::optional<Type> Get(std::string_view name) const {
+        const auto key = FindKey(name);
+        return key == Keys.end() ? std::nullopt : ValueAs<Type>(key->Value);
+    }
+
+    // To walk over the keys, without comments and blank lines:  for (const IniKey& key : section)
+    [[nodiscard]] auto begin() { return KeyIterator(Keys.begin(), Keys.end()); }
+    [[nodiscard]] auto end() { return KeyIterator(Keys.end(), Keys.end()); }
+    [[nodiscard]] auto begin() const { return KeyIterator(Keys.begin(), Keys.end()); }
+    [[nodiscard]] auto end() const { return KeyIterator(Keys.end(), Keys.end()); }
 
     /// Gives the entry of that name this value and quoting; its kind, place and comment stay. When
     /// there is none, appends a Value entry without a comment.
-    void SetKeyValue(std::string_view keyName, std::string_view value, bool quoted);
+    void SetKeyValue(std::string_view keyName, std::string_view value, bool quoted = false);
 
     /// Sets the comment behind the header; an empty text removes it.
     void SetSectionComment(std::string_view text);
@@ -53,19 +111,20 @@ struct IniSection {
     /// For Before and After, raises std::runtime_error, "\"anchor\" could not be found!", when no
     /// entry has the anchor's name, and std::bad_optional_access when there is no anchor. The other
     /// positions do not look at it.
-    void AddComment(std::string_view keyName, std::string_view text, InsertPosition position,
-                    const std::optional<std::string>& anchor, bool verbatim);
+    void AddComment(std::string_view keyName, std::string_view text,
+                    InsertPosition position = InsertPosition::End,
+                    const std::optional<std::string>& anchor = {}, bool verbatim = false);
 
     /// Adds an EmptyLine entry by the rules of AddComment, with EmptyLineCount as the count.
-    void AddEmptyLine(std::string_view keyName, InsertPosition position,
-                      const std::optional<std::string>& anchor);
+    void AddEmptyLine(std::string_view keyName, InsertPosition position = InsertPosition::End,
+                      const std::optional<std::string>& anchor = {});
 
     /// Stores an element of the array of that name, which is appended when there is no entry of
     /// that name: IniKey::SetElement, with `index` when explicitIndex is set and with an automatic
     /// one otherwise. An entry of another kind keeps its kind.
-    void SetArrayElement(std::string_view keyName, std::string_view value, bool quoted,
-                         bool hasComment, std::string_view comment, std::string_view index,
-                         bool explicitIndex);
+    void SetArrayElement(std::string_view keyName, std::string_view value, bool quoted = false,
+                         bool hasComment = false, std::string_view comment = {},
+                         std::string_view index = {}, bool explicitIndex = false);
 
     /// Whether all fields are equal.
     friend bool operator==(const IniSection&, const IniSection&) = default;

@@ -2,12 +2,15 @@
 #include "velini/internal/AppendText.h"
 #include "velini/internal/FileAccess.h"
 #include "velini/internal/Names.h"
+#include "velini/internal/ReplaceFile.h"
 #include "velini/internal/WideText.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
 
 namespace velINI {
 namespace {
@@ -29,7 +32,7 @@ void WriteBytes(std::string_view bytes, std::FILE* file) {
 }
 
 template <class Unit>
-void WriteUnits(std::basic_string_view<Unit> units, std::FILE* file, bool bigEndian) {
+std::string BytesOf(std::basic_string_view<Unit> units, bool bigEndian) {
     std::string bytes;
     bytes.reserve(units.size() * sizeof(Unit));
     for (const Unit unit : units) {
@@ -38,7 +41,27 @@ void WriteUnits(std::basic_string_view<Unit> units, std::FILE* file, bool bigEnd
             bytes += static_cast<char>(unit >> (8 * place) & 0xFF);
         }
     }
-    WriteBytes(bytes, file);
+    return bytes;
+}
+
+bool IsWide(TextEncoding encoding) {
+    return encoding != TextEncoding::None && encoding != TextEncoding::Utf8;
+}
+
+/// The text in one of the wide encodings; nothing for a number above them.
+std::string WideBytes(std::string_view text, TextEncoding encoding) {
+    switch (encoding) {
+    case TextEncoding::Utf16LittleEndian:
+    case TextEncoding::Utf16BigEndian:
+        return BytesOf<char16_t>(Internal::Utf16FromUtf8(text),
+                                 encoding == TextEncoding::Utf16BigEndian);
+    case TextEncoding::Utf32LittleEndian:
+    case TextEncoding::Utf32BigEndian:
+        return BytesOf<char32_t>(Internal::Utf32FromUtf8(text),
+                                 encoding == TextEncoding::Utf32BigEndian);
+    default:
+        return {};
+    }
 }
 
 /// Reduces each escaped quote and backslash from `begin` on to the character itself.
@@ -53,13 +76,15 @@ void UnescapeFrom(std::string& text, std::size_t begin) {
     text.resize(out);
 }
 
-/// Writes one document to one file. The line end of an entry is written by what comes behind it.
+/// Writes one document by handing the bytes of one entry after the other to `Put`, a function of a
+/// std::string_view. The line end of an entry is written by what comes behind it.
+template <class Put>
 class DocumentWriter {
 public:
-    DocumentWriter(const velINIStream& document, std::FILE* file, bool spacing,
+    DocumentWriter(const velINIStream& document, const Put& put, bool spacing,
                    TextEncoding encoding)
         : document_(document),
-          file_(file),
+          put_(put),
           space_(spacing ? " " : ""),
           lastLineEnd_(spacing ? std::string_view(document.NewLine) : std::string_view()),
           encoding_(encoding) {}
@@ -67,7 +92,7 @@ public:
     void Write() {
         const auto mark = static_cast<std::size_t>(encoding_);
         if (mark < ByteOrderMarks.size()) {
-            WriteBytes(ByteOrderMarks[mark], file_);
+            put_(ByteOrderMarks[mark]);
         }
         for (const IniSection& section : document_.Sections) {
             WriteSection(section);
@@ -188,13 +213,17 @@ private:
     }
 
     void Flush() {
-        WriteEncoded(text_, file_, encoding_);
+        if (IsWide(encoding_)) {
+            put_(WideBytes(text_, encoding_));
+        } else {
+            put_(text_);
+        }
         textWritten_ = textWritten_ || !text_.empty();
         text_.clear();
     }
 
     const velINIStream& document_;
-    std::FILE* file_;
+    const Put& put_;
     std::string_view space_;       // around what `spacing` sets apart
     std::string_view lastLineEnd_; // behind the last entry of a section
     TextEncoding encoding_;
@@ -203,24 +232,26 @@ private:
     bool textWritten_ = false;
 };
 
+/// What WriteFile writes; nothing when a text of the document is not UTF-8.
+std::optional<std::string> TextOf(const velINIStream& document, bool spacing,
+                                  TextEncoding encoding) {
+    std::string text;
+    const auto put = [&](std::string_view bytes) { text += bytes; };
+    try {
+        DocumentWriter(document, put, spacing, encoding).Write();
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+    return text;
+}
+
 } // namespace
 
 void WriteEncoded(std::string_view text, std::FILE* file, TextEncoding encoding) {
-    switch (encoding) {
-    case TextEncoding::None:
-    case TextEncoding::Utf8:
+    if (IsWide(encoding)) {
+        WriteBytes(WideBytes(text, encoding), file);
+    } else {
         WriteBytes(text, file);
-        break;
-    case TextEncoding::Utf16LittleEndian:
-    case TextEncoding::Utf16BigEndian:
-        WriteUnits<char16_t>(Internal::Utf16FromUtf8(text), file,
-                             encoding == TextEncoding::Utf16BigEndian);
-        break;
-    case TextEncoding::Utf32LittleEndian:
-    case TextEncoding::Utf32BigEndian:
-        WriteUnits<char32_t>(Internal::Utf32FromUtf8(text), file,
-                             encoding == TextEncoding::Utf32BigEndian);
-        break;
     }
 }
 
@@ -230,8 +261,38 @@ bool velINIStream::WriteFile(const std::string& path, bool spacing, TextEncoding
         std::cout << "Unable to write INI file: " << path << '\n';
         return false;
     }
-    DocumentWriter(*this, file.get(), spacing, encoding).Write();
+    const auto put = [&](std::string_view bytes) { WriteBytes(bytes, file.get()); };
+    DocumentWriter(*this, put, spacing, encoding).Write();
     return true;
+}
+
+bool velINIStream::WritePath(const std::filesystem::path& path, bool spacing,
+                             TextEncoding encoding) const {
+    try {
+        return WriteFile(Internal::Utf8Of(path), spacing, encoding);
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+std::string velINIStream::WriteText(bool spacing, TextEncoding encoding) const {
+    return TextOf(*this, spacing, encoding).value_or("");
+}
+
+bool velINIStream::WriteFileAtomically(const std::string& path, bool spacing, TextEncoding encoding,
+                                       std::string* reason) const {
+    return ReplacePath(std::u8string(path.begin(), path.end()), spacing, encoding, reason);
+}
+
+bool velINIStream::ReplacePath(const std::filesystem::path& path, bool spacing,
+                               TextEncoding encoding, std::string* reason) const {
+    const std::optional<std::string> text = TextOf(*this, spacing, encoding);
+    const std::string failure =
+        text ? Internal::ReplaceFile(path, *text) : "A text of the document is not UTF-8.";
+    if (reason != nullptr) {
+        *reason = failure;
+    }
+    return failure.empty();
 }
 
 } // namespace velINI

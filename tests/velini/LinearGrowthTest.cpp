@@ -2,7 +2,7 @@
 // counted here, in comparisons of names and in memory; bench/velini measures the time.
 
 #include "velini/internal/LineParser.h"
-#include "velini/internal/LogicalLines.h"
+#include "velini/internal/LineReader.h"
 #include "velini/support/AllocationMeter.h"
 #include "velini/support/SampleFiles.h"
 #include "velini/support/TestFiles.h"
@@ -22,11 +22,12 @@ struct Work {
     std::size_t AllocatedBytes = 0;
 };
 
-Work WorkOfReading(std::string text) {
+Work WorkOfReading(const std::string& text) {
     const Testing::AllocationCounts before = CurrentAllocations();
     velINIStream document;
-    const std::vector<std::string_view> lines = Internal::DecodeLines(text);
-    Internal::LineParser parser(document, lines);
+    std::vector<Diagnostic> diagnostics;
+    Internal::LineReader lines(text);
+    Internal::LineParser parser(document, lines, diagnostics, false);
     parser.Parse();
     const Testing::AllocationCounts after = CurrentAllocations();
     return {parser.Comparisons(), after.Allocations - before.Allocations,

@@ -2,10 +2,12 @@
 
 #ifdef _WIN32
 #include <climits>
-
+#include <io.h>
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
+#else
+#include <unistd.h>
 #endif
 
 namespace velINI::Internal {
@@ -35,6 +37,14 @@ FileHandle OpenForReading(const std::string& path) {
 FileHandle OpenForWriting(const std::string& path) {
     return FileHandle(_wfopen(Utf8PathToWide(path).c_str(), L"wb"));
 }
+
+FileHandle CreateForWriting(const std::filesystem::path& path) {
+    return FileHandle(_wfopen(path.c_str(), L"wbx"));
+}
+
+bool FlushToDevice(std::FILE* file) {
+    return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+}
 #else
 FileHandle OpenForReading(const std::string& path) {
     return FileHandle(std::fopen(path.c_str(), "rb"));
@@ -43,7 +53,18 @@ FileHandle OpenForReading(const std::string& path) {
 FileHandle OpenForWriting(const std::string& path) {
     return FileHandle(std::fopen(path.c_str(), "wb"));
 }
+
+FileHandle CreateForWriting(const std::filesystem::path& path) {
+    return FileHandle(std::fopen(path.c_str(), "wbx"));
+}
+
+bool FlushToDevice(std::FILE* file) { return std::fflush(file) == 0 && fsync(fileno(file)) == 0; }
 #endif
+
+std::string Utf8Of(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
 
 void FileCloser::operator()(std::FILE* file) const {
     // Like failed writes, which this is the last chance to see, this goes undetected.

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iostream>
 #include <utility>
 
 namespace velINI::Internal {
@@ -68,16 +67,13 @@ std::string_view FirstLine(std::string_view text) { return text.substr(0, text.f
 
 } // namespace
 
-LineParser::LineParser(velINIStream& document, const std::vector<std::string_view>& lines)
-    : document_(document), lines_(lines) {}
+LineParser::LineParser(velINIStream& document, LineReader& lines,
+                       std::vector<Diagnostic>& diagnostics, bool withOddities)
+    : document_(document), lines_(lines), diagnostics_(diagnostics), withOddities_(withOddities) {}
 
 void LineParser::Parse() {
-    ReserveSections();
-    for (; error_.empty() && line_ < lines_.size(); ++line_) {
-        ParseLine(WithoutLeadingBlanks(lines_[line_]));
-    }
-    if (!error_.empty()) {
-        std::cout << "Error while reading INI file: " << error_ << '\n';
+    while (error_.empty() && lines_.Next()) {
+        ParseLine(WithoutLeadingBlanks(lines_.Line()));
     }
     CurrentSection();
     ReleaseReserves();
@@ -101,15 +97,16 @@ void LineParser::ParseHeader(std::string_view line) {
     sectionName_.clear();
     section_.reset();
     bool open = true;
+    bool textBehind = false;
     for (std::size_t i = 1; line[i] != '\n'; ++i) {
         const char c = line[i];
         if (c == '[') {
-            error_ += "New section started within section tag!\n";
+            Fail("New section started within section tag!\n", line.substr(i));
             break;
         }
         if (Contains(CommentSigns, c)) {
             if (open) {
-                error_ += "Found comment tag within section tag!\n";
+                Fail("Found comment tag within section tag!\n", line.substr(i));
             } else {
                 const std::string_view comment = FirstLine(line.substr(i + 1));
                 CurrentSection().SetSectionComment(WithoutLeadingSpace(comment));
@@ -119,18 +116,23 @@ void LineParser::ParseHeader(std::string_view line) {
         if (c == ']') {
             open = false;
         } else if (c != ' ') {
+            if (!open && !textBehind) {
+                NoteOddity("Text behind the bracket is taken as a part of the name.",
+                           line.substr(i));
+                textBehind = true;
+            }
             sectionName_ += c;
         }
     }
     if (open) {
-        error_ += "Section end tag was not found!\n";
+        Fail("Section end tag was not found!\n", line.substr(line.find('\n')));
     }
 }
 
 void LineParser::ParseKeyLine(std::string_view line) {
     const std::size_t separator = FindIn(Separators, line, 0);
     if (separator == line.size()) {
-        error_ += "No \"=\" or \":\" sign found!\n";
+        Fail("No \"=\" or \":\" sign found!\n", line);
         return;
     }
     ParseTag(line.substr(0, separator), line[separator]);
@@ -176,15 +178,16 @@ void LineParser::ParseTag(std::string_view text, char separator) {
             tag_.Name += c;
             continue;
         }
-        error_ += c == '['   ? "Start section tag within key tag!\n"
-                  : c == ']' ? "Close section tag within key tag!\n"
-                             : "Found comment tag within key tag!\n";
+        Fail(c == '['   ? "Start section tag within key tag!\n"
+             : c == ']' ? "Close section tag within key tag!\n"
+                        : "Found comment tag within key tag!\n",
+             text.substr(i - 1));
         break;
     }
     if (!error_.empty() || text.empty()) {
-        error_ += "Key end tag (\"";
-        error_ += separator;
-        error_ += "\" sign) was not found!\n";
+        Fail(separator == '=' ? "Key end tag (\"=\" sign) was not found!\n"
+                              : "Key end tag (\":\" sign) was not found!\n",
+             text.substr(text.size()));
     }
 }
 
@@ -194,62 +197,67 @@ void LineParser::ParseContent(std::string_view text) {
     content_.HasComment = false;
     content_.Comment = {};
 
-    bool inString = false;
-    char quote = '\0';
-    bool keptSince = false; // anything, since the string was opened or since an escape in it
+    std::size_t gap = 0; // behind the first space that was dropped behind something
     std::size_t i = 0;
     while (true) {
-        const ByteSet& stops = inString ? StringStops : BareStops;
         const std::size_t run = i;
-        i = FindIn(stops, text, i);
-        if (i != run) {
-            content_.Value.append(text, run, i - run);
-            keptSince = true;
-        }
-
+        i = FindIn(BareStops, text, i);
+        content_.Value.append(text, run, i - run);
         const char c = text[i];
         ++i;
-        if (inString) {
-            if (c == '\n') {
-                error_ += keptSince ? "String end tag not defined!\n"
-                                    : "Value end tag (New line) was not found!\n";
-                return;
-            }
-            if (c == quote) {
-                inString = false;
-                content_.Quoted = true;
-            } else if (c == '\\' && (text[i] == quote || text[i] == '\\')) {
-                content_.Value += text[i];
-                ++i;
-                keptSince = false;
-            } else {
-                content_.Value += c;
-                keptSince = true;
-            }
-            continue;
-        }
         switch (c) {
         case ' ':
+            gap = gap == 0 && !content_.Value.empty() ? content_.Value.size() : gap;
             break;
         case '"':
         case '\'':
-            inString = true;
-            quote = c;
-            keptSince = false;
+            i = ParseString(text, i);
+            if (!error_.empty()) {
+                return;
+            }
             break;
         case '[':
-            error_ += "Start section tag within value tag!\n";
+            Fail("Start section tag within value tag!\n", text.substr(i - 1));
             return;
         case ']':
-            error_ += "Close section tag within value tag!\n";
-            return;
-        case '\n':
+            Fail("Close section tag within value tag!\n", text.substr(i - 1));
             return;
         default:
-            content_.HasComment = true;
-            content_.Comment = WithoutLeadingSpace(FirstLine(text.substr(i)));
+            if (c != '\n') {
+                content_.HasComment = true;
+                content_.Comment = WithoutLeadingSpace(FirstLine(text.substr(i)));
+            }
+            if (gap != 0 && gap != content_.Value.size()) {
+                NoteOddity("Spaces outside of quotes are dropped.", text);
+            }
             return;
         }
+    }
+}
+
+std::size_t LineParser::ParseString(std::string_view text, std::size_t i) {
+    const char quote = text[i - 1];
+    bool keptSince = false; // anything, since the string was opened or since an escape in it
+    while (true) {
+        const std::size_t run = i;
+        i = FindIn(StringStops, text, i);
+        content_.Value.append(text, run, i - run);
+        keptSince = keptSince || i != run;
+        const char c = text[i];
+        ++i;
+        if (c == '\n') {
+            Fail(keptSince ? "String end tag not defined!\n"
+                           : "Value end tag (New line) was not found!\n",
+                 text.substr(i - 1));
+            return i;
+        }
+        if (c == quote) {
+            content_.Quoted = true;
+            return i;
+        }
+        keptSince = c != '\\' || (text[i] != quote && text[i] != '\\');
+        content_.Value += keptSince ? c : text[i];
+        i += keptSince ? 0 : 1;
     }
 }
 
@@ -276,7 +284,11 @@ void LineParser::AddGenerated(IniSection& section, KeyKind kind, std::string_vie
 
 void LineParser::StoreKey() {
     IniSection& section = CurrentSection();
-    StoreValue(section, LocateKey(section, tag_.Name), tag_.Name, content_.Value, content_.Quoted)
+    const std::size_t position = LocateKey(section, tag_.Name);
+    if (position != section.Keys.size()) {
+        NoteOddity("The section has this key before; what stands here counts.", lines_.Line());
+    }
+    StoreValue(section, position, tag_.Name, content_.Value, content_.Quoted)
         .SetKeyComment(content_.Comment);
 }
 
@@ -313,32 +325,62 @@ std::size_t LineParser::LocateKey(IniSection& section, std::string_view name) {
     return section.KeyIndex.Locate(section.Keys, name, comparisons_);
 }
 
-void LineParser::ReserveSections() {
-    const auto headers = std::count_if(lines_.begin(), lines_.end(), IsHeader);
-    document_.Sections.reserve(document_.Sections.size() + static_cast<std::size_t>(headers) + 1);
-}
-
-std::size_t LineParser::ExpectedEntries() const {
-    std::size_t ahead = line_;
-    if (ahead < lines_.size() && IsHeader(lines_[ahead])) {
-        ++ahead;
+std::size_t LineParser::ExpectedEntries() {
+    if (lines_.Start() < entriesAhead_) {
+        return 0;
     }
+    const std::string_view rest = lines_.Rest();
+    const auto lineEnd = [&](std::size_t begin) {
+        return std::min(rest.find('\n', begin), rest.size());
+    };
+    NextOccurrence bracket(rest, '[');
     std::size_t entries = 0;
-    for (; ahead < lines_.size() && !IsHeader(lines_[ahead]); ++ahead) {
-        if (lines_[ahead].find('[') == std::string_view::npos) {
+    std::size_t begin = IsHeader(rest.substr(0, lineEnd(0))) ? lineEnd(0) + 1 : 0;
+    while (begin < rest.size()) {
+        const std::size_t end = lineEnd(begin);
+        if (bracket.From(begin) >= end) {
             ++entries;
+        } else if (IsHeader(rest.substr(begin, end - begin))) {
+            break;
         }
+        begin = end + 1;
     }
+    entriesAhead_ = lines_.Start() + begin;
     return entries;
 }
 
-std::size_t LineParser::ExpectedElements() const {
-    const std::string_view begin = lines_[line_].substr(0, lines_[line_].find('[') + 1);
-    std::size_t ahead = line_ + 1;
-    while (ahead < lines_.size() && lines_[ahead].starts_with(begin)) {
-        ++ahead;
+std::size_t LineParser::ExpectedElements() {
+    if (lines_.Start() < elementsAhead_) {
+        return 0;
     }
-    return ahead - line_;
+    std::string_view rest = lines_.Rest();
+    const std::string_view first = FirstLine(rest);
+    const std::string_view begin = first.substr(0, first.find('[') + 1);
+    std::size_t elements = 0;
+    while (!rest.empty() && rest.starts_with(begin)) {
+        ++elements;
+        rest.remove_prefix(std::min(FirstLine(rest).size() + 1, rest.size()));
+    }
+    elementsAhead_ = lines_.Start() + (lines_.Rest().size() - rest.size());
+    return elements;
+}
+
+void LineParser::Fail(std::string_view message, std::string_view where) {
+    error_ += message;
+    message.remove_suffix(1);
+    Note(Severity::Error, message, where);
+}
+
+void LineParser::NoteOddity(std::string_view message, std::string_view where) {
+    if (withOddities_) {
+        Note(Severity::Oddity, message, where);
+    }
+}
+
+void LineParser::Note(Severity kind, std::string_view message, std::string_view where) {
+    const auto offset = static_cast<std::size_t>(where.data() - lines_.Line().data());
+    const TextPosition position = lines_.PositionOf(offset);
+    diagnostics_.push_back({kind, position.Line, position.Column, std::string(message)});
 }
 
 void LineParser::ReleaseReserves() {

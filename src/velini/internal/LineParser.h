@@ -5,6 +5,7 @@
 
 #include "velini/VelINIStream.h"
 #include "velini/internal/Entries.h"
+#include "velini/internal/LineReader.h"
 #include "velini/internal/Names.h"
 
 #include <cstddef>
@@ -17,14 +18,17 @@ namespace velINI::Internal {
 
 class LineParser {
 public:
-    /// The lines as DecodeLines makes them. The document must not be touched by anyone else until
-    /// they are parsed.
-    LineParser(velINIStream& document, const std::vector<std::string_view>& lines);
+    /// What is found wrong with the lines is appended to `diagnostics`; oddities only where they
+    /// are asked for. The document must not be touched by anyone else until the lines are parsed.
+    LineParser(velINIStream& document, LineReader& lines, std::vector<Diagnostic>& diagnostics,
+               bool withOddities);
 
-    /// Adds all lines to the document. The first line with an error in it ends the parse; what is
-    /// wrong with it is printed on the standard output. In the end the section that the last header
-    /// named exists, even when nothing stands in it.
+    /// Adds all lines to the document. The first line with an error in it ends the parse. In the
+    /// end the section that the last header named exists, even when nothing stands in it.
     void Parse();
+
+    /// All that is wrong with the line that ended the parse, each message with a newline behind it.
+    const std::string& Error() const { return error_; }
 
     /// How many pairs of names were compared: the measure by which the tests see that reading grows
     /// linearly.
@@ -59,6 +63,9 @@ private:
     void ParseTag(std::string_view text, char separator);
     void ParseContent(std::string_view text);
 
+    /// A string of which the quote stands in front of `i`. Returns the position behind it.
+    std::size_t ParseString(std::string_view text, std::size_t i);
+
     void AddEmptyLine();
     void AddComment(std::string_view text);
     void AddGenerated(IniSection& section, KeyKind kind, std::string_view name,
@@ -73,29 +80,36 @@ private:
     std::size_t LocateKey(IniSection& section, std::string_view name);
 
     // Growing lists of entries would spend more time on moving house than the parse on the text, so
-    // each gets room for what the lines ahead let expect. A wrong guess costs only speed.
-
-    void ReserveSections();
+    // each gets room for what the lines ahead let expect. A wrong guess costs only speed. No line
+    // is looked at twice, nor counted for two lists, whatever the text.
 
     /// How many entries a section made by the line at hand can get before the next header, leaving
     /// aside the elements of arrays.
-    std::size_t ExpectedEntries() const;
+    std::size_t ExpectedEntries();
 
     /// How many elements an array gets from the line at hand and those directly behind it.
-    std::size_t ExpectedElements() const;
+    std::size_t ExpectedElements();
 
     /// Gives back the room that was not needed.
     void ReleaseReserves();
 
+    /// Notes what is wrong with the line at hand. `where` is a part of the line.
+    void Fail(std::string_view message, std::string_view where);
+    void NoteOddity(std::string_view message, std::string_view where);
+    void Note(Severity kind, std::string_view message, std::string_view where);
+
     velINIStream& document_;
-    const std::vector<std::string_view>& lines_;
-    std::size_t line_ = 0; // the line at hand
+    LineReader& lines_;
+    std::vector<Diagnostic>& diagnostics_;
+    bool withOddities_;
 
     std::string sectionName_{GlobalSection};
     std::optional<std::size_t> section_; // where it stands, once that was asked
-    std::string error_;                  // what is wrong with the line at hand
+    std::string error_;
 
     std::vector<ArrayPlace> arrays_; // that got their first element
+    std::size_t entriesAhead_ = 0;   // how far the text was looked at for entries to expect
+    std::size_t elementsAhead_ = 0;  // and for elements
 
     std::size_t comparisons_ = 0;
 

@@ -98,7 +98,6 @@ bool ReadWhole(std::FILE* file, std::string& bytes) {
     if (size < 0 || std::fseek(file, 0, SEEK_SET) != 0) {
         return false;
     }
-    bytes.reserve(static_cast<std::size_t>(size) + 1); // DecodeLines needs one more byte
     bytes.resize(static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
     return std::ferror(file) == 0;
@@ -106,21 +105,24 @@ bool ReadWhole(std::FILE* file, std::string& bytes) {
 
 } // namespace
 
-std::optional<std::string> LoadSourceText(const std::string& path) {
+std::optional<std::string> LoadSourceText(const std::string& path,
+                                          std::vector<Diagnostic>& diagnostics) {
+    const auto refuse = [&](const std::string& message) {
+        std::cout << message << '\n';
+        diagnostics.push_back({Severity::Error, 0, 0, message});
+        return std::nullopt;
+    };
     const FileHandle file = OpenForReading(path);
     std::string bytes;
     if (file == nullptr || !ReadWhole(file.get(), bytes)) {
-        std::cout << "Unable to open INI file: " << path << '\n';
-        return std::nullopt;
+        return refuse("Unable to open INI file: " + path);
     }
     if (bytes.empty()) {
-        std::cout << "INI file is empty!\n";
-        return std::nullopt;
+        return refuse("INI file is empty!");
     }
     if (bytes.size() < SmallestFile) {
-        std::cout << "INI file cannot be smaller than " << SmallestFile
-                  << " bytes! (Size in bytes: " << bytes.size() << ")\n";
-        return std::nullopt;
+        return refuse("INI file cannot be smaller than " + std::to_string(SmallestFile) +
+                      " bytes! (Size in bytes: " + std::to_string(bytes.size()) + ")");
     }
 
     const Format& format = Classify(bytes);
