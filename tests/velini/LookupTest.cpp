@@ -223,7 +223,8 @@ TEST(LookupGrowth, OfNumberedElementsIsLinear) {
     IniKey array;
     array.Kind = KeyKind::Array;
     const auto seen = [&] {
-        const Internal::ElementNumbers* numbers = array.Elements.Index().Numbers(array.Elements.List());
+        const Internal::ElementNumbers* numbers =
+            array.Elements.Index().Numbers(array.Elements.List());
         return numbers == nullptr ? 0 : numbers->Seen;
     };
     std::size_t comparisons = 0;
