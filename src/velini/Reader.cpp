@@ -6,9 +6,11 @@
 
 #include <iostream>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velINI {
 namespace {
@@ -26,37 +28,58 @@ bool WithoutRaising(const Read& read) {
     return false;
 }
 
-/// Raises what a bad escape in the text raises, before any of it is taken over.
-void CheckEscapes(std::string_view text, std::vector<Diagnostic>& diagnostics) {
-    if (text.find("\\x") == std::string_view::npos) {
-        return;
-    }
-    Internal::LineReader lines(text);
-    try {
-        while (lines.Next()) {
+/// Calls `visit` with a reader for each part of a text, in order, and the number of the part.
+template <class Visit>
+void ForEachPart(const std::vector<std::string_view>& parts, const Visit& visit) {
+    std::size_t offset = 0;
+    std::size_t line = 1;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const std::size_t size = parts[i].size();
+        Internal::LineReader lines(parts[i], offset, line);
+        line = parts.size() == 1 ? line : lines.LineBehind();
+        offset += size;
+        if (!visit(lines, i)) {
+            return;
         }
-    } catch (const std::runtime_error& error) {
-        const Internal::TextPosition position = lines.ErrorPosition();
-        diagnostics.push_back({Severity::Error, position.Line, position.Column, error.what()});
-        throw;
     }
+}
+
+Diagnostic ErrorAt(const Internal::TextPosition& position, std::string_view message) {
+    return {Severity::Error, position.Line, position.Column, std::string(message)};
+}
+
+/// Raises what a bad escape in the text raises, before any of it is taken over.
+void CheckEscapes(const std::vector<std::string_view>& parts,
+                  std::vector<Diagnostic>& diagnostics) {
+    ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t part) {
+        const bool hasEscapes = parts[part].find("\\x") != std::string_view::npos;
+        try {
+            while (hasEscapes && lines.Next()) {
+            }
+        } catch (const std::runtime_error& error) {
+            diagnostics.push_back(ErrorAt(lines.ErrorPosition(), error.what()));
+            throw;
+        }
+        return true;
+    });
 }
 
 } // namespace
 
 bool velINIStream::ReadFile(const std::string& path) {
     diagnostics_.clear();
-    std::optional<std::string> text;
+    std::optional<std::vector<std::string>> parts;
     try {
-        text = Internal::LoadSourceText(path, diagnostics_);
+        parts = Internal::LoadSourceText(path, diagnostics_);
     } catch (const std::range_error&) {
-        diagnostics_.push_back({Severity::Error, 0, 0, "The UTF-16 or UTF-32 text is malformed."});
+        diagnostics_.push_back(ErrorAt({}, "The UTF-16 or UTF-32 text is malformed."));
         throw;
     }
-    if (!text) {
+    if (!parts) {
         return false;
     }
-    const std::string error = TakeOver(*text);
+    const std::vector<std::string_view> views(parts->begin(), parts->end());
+    const std::string error = TakeOver(views, *parts);
     if (!error.empty()) {
         std::cout << "Error while reading INI file: " << error << '\n';
     }
@@ -69,24 +92,32 @@ bool velINIStream::ReadPath(const std::filesystem::path& path) {
 
 bool velINIStream::ReadText(std::string_view text) {
     diagnostics_.clear();
+    text.remove_prefix(text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
     return WithoutRaising([&] {
-        TakeOver(text.substr(text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0));
+        std::vector<std::string> none;
+        TakeOver({text}, none);
         return true;
     });
 }
 
-std::string velINIStream::TakeOver(std::string_view text) {
-    CheckEscapes(text, diagnostics_);
-    Internal::LineReader lines(text);
-    Internal::LineParser parser(*this, lines, diagnostics_, NoteOddities);
-    try {
-        parser.Parse();
-    } catch (const std::logic_error&) {
-        const Internal::TextPosition position = lines.PositionOf(0);
-        diagnostics_.push_back({Severity::Error, position.Line, position.Column,
-                                "An element can only be numbered behind numbers."});
-        throw;
-    }
+std::string velINIStream::TakeOver(const std::vector<std::string_view>& parts,
+                                   std::vector<std::string>& owned) {
+    CheckEscapes(parts, diagnostics_);
+    Internal::LineParser parser(*this, diagnostics_, NoteOddities);
+    ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t part) {
+        try {
+            parser.Parse(lines, std::span(parts).subspan(part + 1));
+        } catch (const std::logic_error&) {
+            diagnostics_.push_back(
+                ErrorAt(lines.PositionOf(0), "An element can only be numbered behind numbers."));
+            throw;
+        }
+        if (part < owned.size()) {
+            std::string().swap(owned[part]); // the document grows in its place
+        }
+        return parser.Error().empty();
+    });
+    parser.Finish();
     return parser.Error();
 }
 

@@ -181,9 +181,11 @@ private:
     bool ReplacePath(const std::filesystem::path& path, bool spacing, TextEncoding encoding,
                      std::string* reason) const;
 
-    /// Adds a text in UTF-8. Returns what is wrong with the line that ended the reading, each
-    /// message with a newline behind it, and raises what ReadFile raises.
-    std::string TakeOver(std::string_view text);
+    /// Adds a text in UTF-8, in parts that end where a line ends. Lets go of those of `owned`, as
+    /// far as they are, when they have been read. Returns what is wrong with the line that ended
+    /// the reading, each message with a newline behind it, and raises what ReadFile raises.
+    std::string TakeOver(const std::vector<std::string_view>& parts,
+                         std::vector<std::string>& owned);
 
     std::vector<Diagnostic> diagnostics_;
 };

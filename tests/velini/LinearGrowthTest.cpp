@@ -27,8 +27,9 @@ Work WorkOfReading(const std::string& text) {
     velINIStream document;
     std::vector<Diagnostic> diagnostics;
     Internal::LineReader lines(text);
-    Internal::LineParser parser(document, lines, diagnostics, false);
-    parser.Parse();
+    Internal::LineParser parser(document, diagnostics, false);
+    parser.Parse(lines, {});
+    parser.Finish();
     const Testing::AllocationCounts after = CurrentAllocations();
     return {parser.Comparisons(), after.Allocations - before.Allocations,
             after.AllocatedBytes - before.AllocatedBytes};

@@ -28,6 +28,47 @@ TEST(ReadText, ReadsWhatAFileWouldHold) {
     EXPECT_EQ(document, Testing::ReadText(text).Document);
 }
 
+/// Long files are read in parts, which may show nowhere.
+TEST(ReadFile, ReadsALongFileAsReadTextDoes) {
+    const TemporaryFolder folder;
+    const std::string longLine = "long = " + std::string(2'500'000, 'x');
+    for (const std::string newLine : {"\n", "\r\n", "\\\n", "\r \n"}) {
+        std::string text = "[A]\n" + longLine + "\nlist[] = \\x0041\n";
+        for (int i = 0; text.size() < 6'000'000; ++i) {
+            text += "key" + std::to_string(i) + " = \\" + newLine;
+            text += i % 1000 == 0 ? "[Section" + std::to_string(i) + "]\n; comment\n" : "";
+            text += i % 77 == 0 ? "list[] = " + std::to_string(i) + newLine : "";
+        }
+        text += "\n[Last]\nwrong\n";
+        velINIStream fromFile;
+        velINIStream fromMemory;
+        fromFile.NoteOddities = true;
+        fromMemory.NoteOddities = true;
+        const PrintedText printed;
+        EXPECT_TRUE(fromFile.ReadFile(folder.Store("long.ini", text)));
+        EXPECT_TRUE(fromMemory.ReadText(text));
+        EXPECT_EQ(fromFile, fromMemory);
+        EXPECT_EQ(fromFile.Diagnostics(), fromMemory.Diagnostics());
+        EXPECT_FALSE(fromFile.Diagnostics().empty());
+    }
+}
+
+TEST(ReadFile, TellsAnEncodingByTheFirstBytesOfALongFile) {
+    const TemporaryFolder folder;
+    const PrintedText printed;
+    velINIStream document;
+    EXPECT_TRUE(
+        document.ReadFile(folder.Store("a.ini", "\n" + std::string(2'000'000, 'x') + "=1")));
+    ASSERT_EQ(document.Sections[0].Keys.size(), 2U);
+    EXPECT_EQ(document.Sections[0].Keys[1].Name.size(), 2'000'000U);
+    velINIStream wide;
+    wide.SetValue("S", "k", std::string(2'000'000, 'v'));
+    EXPECT_TRUE(wide.WriteFile(folder.PathOf("b.ini"), false, TextEncoding::Utf16BigEndian));
+    velINIStream again;
+    EXPECT_TRUE(again.ReadFile(folder.PathOf("b.ini")));
+    EXPECT_EQ(again, wide);
+}
+
 TEST(ReadText, TakesTextsOfAnyLength) {
     velINIStream document;
     EXPECT_TRUE(document.ReadText(""));

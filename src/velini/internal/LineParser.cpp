@@ -65,16 +65,41 @@ bool IsHeader(std::string_view line) { return WithoutLeadingBlanks(line).starts_
 /// What stands in front of the first newline.
 std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
+/// Counts the lines without a bracket up to the next header; adds how much of the text that took to
+/// `bytes`. True when there is a header.
+bool CountEntries(std::string_view text, std::size_t& entries, std::size_t& bytes) {
+    NextOccurrence bracket(text, '[');
+    std::size_t begin = 0;
+    bool isEnd = false;
+    while (begin < text.size() && !isEnd) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        if (bracket.From(begin) >= end) {
+            ++entries;
+        } else {
+            isEnd = IsHeader(text.substr(begin, end - begin));
+        }
+        begin = end + 1;
+    }
+    bytes += begin;
+    return isEnd;
+}
+
 } // namespace
 
-LineParser::LineParser(velINIStream& document, LineReader& lines,
-                       std::vector<Diagnostic>& diagnostics, bool withOddities)
-    : document_(document), lines_(lines), diagnostics_(diagnostics), withOddities_(withOddities) {}
+LineParser::LineParser(velINIStream& document, std::vector<Diagnostic>& diagnostics,
+                       bool withOddities)
+    : document_(document), diagnostics_(diagnostics), withOddities_(withOddities) {}
 
-void LineParser::Parse() {
-    while (error_.empty() && lines_.Next()) {
-        ParseLine(WithoutLeadingBlanks(lines_.Line()));
+void LineParser::Parse(LineReader& lines, std::span<const std::string_view> ahead) {
+    lines_ = &lines;
+    ahead_ = ahead;
+    while (error_.empty() && lines.Next()) {
+        ParseLine(WithoutLeadingBlanks(lines.Line()));
     }
+}
+
+void LineParser::Finish() {
+    lines_ = nullptr;
     CurrentSection();
     ReleaseReserves();
 }
@@ -286,7 +311,7 @@ void LineParser::StoreKey() {
     IniSection& section = CurrentSection();
     const std::size_t position = LocateKey(section, tag_.Name);
     if (position != section.Keys.size()) {
-        NoteOddity("The section has this key before; what stands here counts.", lines_.Line());
+        NoteOddity("The section has this key before; what stands here counts.", lines_->Line());
     }
     StoreValue(section, position, tag_.Name, content_.Value, content_.Quoted)
         .SetKeyComment(content_.Comment);
@@ -326,34 +351,27 @@ std::size_t LineParser::LocateKey(IniSection& section, std::string_view name) {
 }
 
 std::size_t LineParser::ExpectedEntries() {
-    if (lines_.Start() < entriesAhead_) {
+    if (lines_ == nullptr || lines_->Start() < entriesAhead_) {
         return 0;
     }
-    const std::string_view rest = lines_.Rest();
-    const auto lineEnd = [&](std::size_t begin) {
-        return std::min(rest.find('\n', begin), rest.size());
-    };
-    NextOccurrence bracket(rest, '[');
-    std::size_t entries = 0;
-    std::size_t begin = IsHeader(rest.substr(0, lineEnd(0))) ? lineEnd(0) + 1 : 0;
-    while (begin < rest.size()) {
-        const std::size_t end = lineEnd(begin);
-        if (bracket.From(begin) >= end) {
-            ++entries;
-        } else if (IsHeader(rest.substr(begin, end - begin))) {
-            break;
-        }
-        begin = end + 1;
+    std::string_view text = lines_->Rest();
+    entriesAhead_ = lines_->Start();
+    if (IsHeader(FirstLine(text))) {
+        text.remove_prefix(std::min(FirstLine(text).size() + 1, text.size()));
     }
-    entriesAhead_ = lines_.Start() + begin;
+    std::size_t entries = 0;
+    bool isEnd = CountEntries(text, entries, entriesAhead_);
+    for (std::size_t part = 0; part < ahead_.size() && !isEnd; ++part) {
+        isEnd = CountEntries(ahead_[part], entries, entriesAhead_);
+    }
     return entries;
 }
 
 std::size_t LineParser::ExpectedElements() {
-    if (lines_.Start() < elementsAhead_) {
+    if (lines_->Start() < elementsAhead_) {
         return 0;
     }
-    std::string_view rest = lines_.Rest();
+    std::string_view rest = lines_->Rest();
     const std::string_view first = FirstLine(rest);
     const std::string_view begin = first.substr(0, first.find('[') + 1);
     std::size_t elements = 0;
@@ -361,7 +379,7 @@ std::size_t LineParser::ExpectedElements() {
         ++elements;
         rest.remove_prefix(std::min(FirstLine(rest).size() + 1, rest.size()));
     }
-    elementsAhead_ = lines_.Start() + (lines_.Rest().size() - rest.size());
+    elementsAhead_ = lines_->Start() + (lines_->Rest().size() - rest.size());
     return elements;
 }
 
@@ -378,8 +396,8 @@ void LineParser::NoteOddity(std::string_view message, std::string_view where) {
 }
 
 void LineParser::Note(Severity kind, std::string_view message, std::string_view where) {
-    const auto offset = static_cast<std::size_t>(where.data() - lines_.Line().data());
-    const TextPosition position = lines_.PositionOf(offset);
+    const auto offset = static_cast<std::size_t>(where.data() - lines_->Line().data());
+    const TextPosition position = lines_->PositionOf(offset);
     diagnostics_.push_back({kind, position.Line, position.Column, std::string(message)});
 }
 

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,12 +21,15 @@ class LineParser {
 public:
     /// What is found wrong with the lines is appended to `diagnostics`; oddities only where they
     /// are asked for. The document must not be touched by anyone else until the lines are parsed.
-    LineParser(velINIStream& document, LineReader& lines, std::vector<Diagnostic>& diagnostics,
-               bool withOddities);
+    LineParser(velINIStream& document, std::vector<Diagnostic>& diagnostics, bool withOddities);
 
-    /// Adds all lines to the document. The first line with an error in it ends the parse. In the
-    /// end the section that the last header named exists, even when nothing stands in it.
-    void Parse();
+    /// Adds all lines of one part of a text to the document; `ahead` are the parts behind it. The
+    /// first line with an error in it ends the parse: the parts behind it must not be parsed.
+    void Parse(LineReader& lines, std::span<const std::string_view> ahead);
+
+    /// To be called behind the last part. Makes sure that the section that the last header named
+    /// exists, even when nothing stands in it.
+    void Finish();
 
     /// All that is wrong with the line that ended the parse, each message with a newline behind it.
     const std::string& Error() const { return error_; }
@@ -99,7 +103,8 @@ private:
     void Note(Severity kind, std::string_view message, std::string_view where);
 
     velINIStream& document_;
-    LineReader& lines_;
+    LineReader* lines_ = nullptr; // of the part at hand
+    std::span<const std::string_view> ahead_;
     std::vector<Diagnostic>& diagnostics_;
     bool withOddities_;
 

@@ -50,8 +50,14 @@ Digits ReadDigits(std::string_view text) {
 
 } // namespace
 
-LineReader::LineReader(std::string_view text)
-    : text_(text), lineFeed_(text, '\n'), carriageReturn_(text, '\r'), backslash_(text, '\\') {}
+LineReader::LineReader(std::string_view text, std::size_t offset, std::size_t line)
+    : text_(text),
+      offset_(offset),
+      firstLine_(line),
+      lineFeed_(text, '\n'),
+      carriageReturn_(text, '\r'),
+      backslash_(text, '\\'),
+      countedPosition_{line, 1} {}
 
 bool LineReader::Next() {
     start_ = position_;
@@ -145,10 +151,17 @@ TextPosition LineReader::PositionOf(std::size_t offset) {
     }
 }
 
+std::size_t LineReader::LineBehind() {
+    if (text_.find('\r') != std::string_view::npos) {
+        return PositionInText(text_.size()).Line;
+    }
+    return firstLine_ + static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n'));
+}
+
 TextPosition LineReader::PositionInText(std::size_t position) {
     if (position < counted_) {
         counted_ = 0;
-        countedPosition_ = {1, 1};
+        countedPosition_ = {firstLine_, 1};
     }
     for (; counted_ < position; ++counted_) {
         const char c = text_[counted_];

@@ -47,8 +47,9 @@ struct TextPosition {
 ///   line nor begins an escape. As the last byte of the text a backslash counts for nothing.
 class LineReader {
 public:
-    /// The text must stay as it is.
-    explicit LineReader(std::string_view text);
+    /// The text must stay as it is. When it is not the first part of a file, `offset` tells how
+    /// many bytes are in front of it, and `line` the number of its first line.
+    explicit LineReader(std::string_view text, std::size_t offset = 0, std::size_t line = 1);
 
     /// Moves to the first or next line; false when there is none.
     ///
@@ -65,8 +66,11 @@ public:
     /// The line at hand as it stands in the text, and all that is behind it.
     std::string_view Rest() const { return text_.substr(start_); }
 
-    /// Where the line at hand begins in the text.
-    std::size_t Start() const { return start_; }
+    /// Where the line at hand begins in the file.
+    std::size_t Start() const { return offset_ + start_; }
+
+    /// The number that the line behind the text has.
+    std::size_t LineBehind();
 
     /// Where the byte at `offset` of the line at hand comes from.
     TextPosition PositionOf(std::size_t offset);
@@ -85,6 +89,8 @@ private:
     TextPosition PositionInText(std::size_t position);
 
     std::string_view text_;
+    std::size_t offset_;
+    std::size_t firstLine_;
     NextOccurrence lineFeed_;
     NextOccurrence carriageReturn_;
     NextOccurrence backslash_;
@@ -94,7 +100,7 @@ private:
     std::string decoded_; // the line at hand, unless it stands in the text just so
 
     std::size_t counted_ = 0; // how far the text was counted for a position, to go on from there
-    TextPosition countedPosition_{1, 1};
+    TextPosition countedPosition_;
 };
 
 } // namespace velINI::Internal

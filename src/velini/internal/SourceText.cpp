@@ -84,54 +84,100 @@ std::string ToUtf8(std::string bytes, const Format& format) {
     }
 }
 
-/// Fills `bytes` with the file; false when it cannot be read.
-bool ReadWhole(std::FILE* file, std::string& bytes) {
+/// The size of the file; nothing when it cannot be read.
+std::optional<std::size_t> SizeOf(std::FILE* file) {
     // Some systems let a directory be opened, and only reading from it fails. Its size means
     // nothing, so reading is tried first.
     if (std::fgetc(file) == EOF && std::ferror(file) != 0) {
-        return false;
+        return std::nullopt;
     }
     if (std::fseek(file, 0, SEEK_END) != 0) {
-        return false;
+        return std::nullopt;
     }
     const long size = std::ftell(file);
     if (size < 0 || std::fseek(file, 0, SEEK_SET) != 0) {
-        return false;
+        return std::nullopt;
     }
-    bytes.resize(static_cast<std::size_t>(size));
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
-    return std::ferror(file) == 0;
+    return static_cast<std::size_t>(size);
+}
+
+/// Behind the last line feed that certainly ends a line; 0 when there is none. With a backslash in
+/// front of it, it can be a part of the line.
+std::size_t LastLineEnd(std::string_view text) {
+    std::size_t end = text.rfind('\n');
+    while (end != std::string_view::npos && end != 0 && text[end - 1] == '\\') {
+        end = text.rfind('\n', end - 1);
+    }
+    return end == std::string_view::npos ? 0 : end + 1;
+}
+
+/// The file in parts that end where a line ends. False when it cannot be read.
+bool ReadParts(std::FILE* file, std::size_t size, std::vector<std::string>& parts) {
+    constexpr std::size_t PartSize = std::size_t{1} << 20;
+    std::string carried; // from the last part, the beginning of a line
+    while (true) {
+        std::string part = std::move(carried);
+        const std::size_t begin = part.size();
+        // A line of more than one part makes longer ones, so that its beginning is not carried on
+        // for ever.
+        const std::size_t room = std::min(PartSize + begin, size);
+        part.resize(begin + room);
+        const std::size_t count = std::fread(part.data() + begin, 1, room, file);
+        part.resize(begin + count);
+        if (count < room || count == size) {
+            parts.push_back(std::move(part));
+            return std::ferror(file) == 0;
+        }
+        const std::size_t end = LastLineEnd(part);
+        if (end < SmallestFile) { // too short to tell an encoding by
+            carried = std::move(part);
+            continue;
+        }
+        carried = part.substr(end);
+        part.resize(end);
+        parts.push_back(std::move(part));
+    }
 }
 
 } // namespace
 
-std::optional<std::string> LoadSourceText(const std::string& path,
-                                          std::vector<Diagnostic>& diagnostics) {
+std::optional<std::vector<std::string>> LoadSourceText(const std::string& path,
+                                                       std::vector<Diagnostic>& diagnostics) {
     const auto refuse = [&](const std::string& message) {
         std::cout << message << '\n';
         diagnostics.push_back({Severity::Error, 0, 0, message});
         return std::nullopt;
     };
     const FileHandle file = OpenForReading(path);
-    std::string bytes;
-    if (file == nullptr || !ReadWhole(file.get(), bytes)) {
+    const std::optional<std::size_t> size = file == nullptr ? std::nullopt : SizeOf(file.get());
+    std::vector<std::string> parts;
+    if (!size || !ReadParts(file.get(), *size, parts)) {
         return refuse("Unable to open INI file: " + path);
     }
-    if (bytes.empty()) {
+    if (parts.front().empty()) {
         return refuse("INI file is empty!");
     }
-    if (bytes.size() < SmallestFile) {
+    if (parts.size() == 1 && parts.front().size() < SmallestFile) {
         return refuse("INI file cannot be smaller than " + std::to_string(SmallestFile) +
-                      " bytes! (Size in bytes: " + std::to_string(bytes.size()) + ")");
+                      " bytes! (Size in bytes: " + std::to_string(parts.front().size()) + ")");
     }
 
-    const Format& format = Classify(bytes);
+    const Format& format = Classify(parts.front());
     if (!format.Name.empty()) {
         std::cout << "INI file starts with " << format.Name
                   << " BOM! Please note that by default the BOM will be skipped, and removed in "
                      "case the INI file gets saved and the BOM was not specified!\n";
     }
-    return ToUtf8(std::move(bytes), format);
+    if (format.UnitSize == 1) {
+        parts.front().erase(0, format.MarkSize);
+        return parts;
+    }
+    std::string bytes;
+    for (std::string& part : parts) {
+        bytes += part;
+        std::string().swap(part);
+    }
+    return std::vector<std::string>{ToUtf8(std::move(bytes), format)};
 }
 
 } // namespace velINI::Internal
