@@ -4,16 +4,6 @@
 
 namespace velINI {
 
-struct ElementList::Content {
-    std::vector<IniKey> Elements;
-    Internal::NameIndex Index;
-};
-
-ElementList::ElementList() noexcept = default;
-ElementList::ElementList(ElementList&&) noexcept = default;
-ElementList& ElementList::operator=(ElementList&&) noexcept = default;
-ElementList::~ElementList() = default;
-
 ElementList::ElementList(const std::vector<IniKey>& elements) {
     if (!elements.empty()) {
         Filled().Elements = elements;
@@ -33,9 +23,9 @@ ElementList::Content& ElementList::Filled() {
 
 std::vector<IniKey>& ElementList::List() { return Filled().Elements; }
 
-const std::vector<IniKey>& ElementList::List() const {
+const std::vector<IniKey>& ElementList::None() {
     static const std::vector<IniKey> none;
-    return content_ == nullptr ? none : content_->Elements;
+    return none;
 }
 
 Internal::NameIndex& ElementList::Index() { return Filled().Index; }

@@ -71,6 +71,7 @@ private:
     struct Content;
 
     Content& Filled();
+    static const std::vector<IniKey>& None();
 
     std::unique_ptr<Content> content_; // missing in an entry that never had elements
 };

@@ -55,6 +55,15 @@ public:
         return *this;
     }
 
+    template <class Text>
+    requires(std::convertible_to<const Text&, std::string_view> &&
+             !std::same_as<Text, IniName>) IniName&
+    operator=(const Text& text) {
+        Tell();
+        text_ = std::string_view(text);
+        return *this;
+    }
+
     operator const std::string&() const { return text_; }
     operator std::string_view() const { return text_; }
 

@@ -7,10 +7,7 @@ namespace velINI::Internal {
 
 IniKey& AppendEntry(std::vector<IniKey>& entries, NameIndex& index, KeyKind kind,
                     std::string_view name, std::string_view value) {
-    // Copying an empty entry is cheaper than value-initialising one, which first clears its memory.
-    static const IniKey blank;
-    entries.push_back(blank);
-    IniKey& entry = entries.back();
+    IniKey& entry = entries.emplace_back();
     entry.Kind = kind;
     entry.Name = name;
     entry.Value = value;

@@ -98,7 +98,7 @@ public:
 
 private:
     /// Shorter lists have no table.
-    static constexpr std::size_t LongestWalk = 32;
+    static constexpr std::size_t LongestWalk = 12;
 
     static constexpr std::uint8_t FreeTag = 0;
 
