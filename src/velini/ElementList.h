@@ -22,6 +22,7 @@ class NameIndex;
 
 class ElementList {
 public:
+    // NOLINTBEGIN(readability-identifier-naming): the names of the standard
     using value_type = IniKey;
     using iterator = std::vector<IniKey>::iterator;
     using const_iterator = std::vector<IniKey>::const_iterator;
@@ -61,6 +62,7 @@ public:
     iterator erase(const_iterator place);
     void clear();
     void reserve(std::size_t count);
+    // NOLINTEND(readability-identifier-naming)
 
     /// Finds the elements by name; of no use to callers.
     Internal::NameIndex& Index();

@@ -71,6 +71,7 @@ public:
 
     // What is most asked of a string, by the names that the standard has for it.
 
+    // NOLINTBEGIN(readability-identifier-naming): the names of the standard
     [[nodiscard]] bool empty() const { return text_.empty(); }
     std::size_t size() const { return text_.size(); }
     const char* data() const { return text_.data(); }
@@ -84,6 +85,7 @@ public:
     std::string substr(std::size_t begin, std::size_t count = std::string::npos) const {
         return text_.substr(begin, count);
     }
+    // NOLINTEND(readability-identifier-naming)
 
     friend bool operator==(const IniName& name, std::string_view text) {
         return name.text_ == text;

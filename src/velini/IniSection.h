@@ -29,11 +29,13 @@ enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After
 template <class Iterator>
 class KeyIterator {
 public:
+    // NOLINTBEGIN(readability-identifier-naming): the names of the standard
     using iterator_category = std::forward_iterator_tag;
     using value_type = IniKey;
     using difference_type = std::ptrdiff_t;
     using pointer = typename std::iterator_traits<Iterator>::pointer;
     using reference = typename std::iterator_traits<Iterator>::reference;
+    // NOLINTEND(readability-identifier-naming)
 
     KeyIterator() = default;
     KeyIterator(Iterator place, Iterator end) : place_(place), end_(end) { PassOver(); }

@@ -34,6 +34,7 @@ public:
 
     // By the names that std::optional has for them.
 
+    // NOLINTBEGIN(readability-identifier-naming): the names of the standard
     [[nodiscard]] bool has_value() const noexcept { return text_ != nullptr; }
     explicit operator bool() const noexcept { return text_ != nullptr; }
     std::string& operator*() { return *text_; }
@@ -47,6 +48,7 @@ public:
         return text_ ? *text_ : std::string(otherwise);
     }
     void reset() noexcept { text_.reset(); }
+    // NOLINTEND(readability-identifier-naming)
 
     friend bool operator==(const OptionalText& left, const OptionalText& right) {
         return left.text_ && right.text_ ? *left.text_ == *right.text_
