@@ -57,7 +57,8 @@ LineReader::LineReader(std::string_view text, std::size_t offset, std::size_t li
       lineFeed_(text, '\n'),
       carriageReturn_(text, '\r'),
       backslash_(text, '\\'),
-      countedPosition_{line, 1} {}
+      countedPosition_{line, 1},
+      linePosition_{line, 1} {}
 
 bool LineReader::Next() {
     start_ = position_;
@@ -135,6 +136,10 @@ void LineReader::DecodeEscape(std::size_t& position, std::string& out) const {
 }
 
 TextPosition LineReader::PositionOf(std::size_t offset) {
+    if (lineCounted_ != start_) {
+        linePosition_ = PositionInText(start_);
+        lineCounted_ = start_;
+    }
     std::size_t position = start_;
     std::string decoded;
     while (true) {
@@ -160,8 +165,9 @@ std::size_t LineReader::LineBehind() {
 
 TextPosition LineReader::PositionInText(std::size_t position) {
     if (position < counted_) {
-        counted_ = 0;
-        countedPosition_ = {firstLine_, 1};
+        const bool isBehindLine = lineCounted_ <= position;
+        counted_ = isBehindLine ? lineCounted_ : 0;
+        countedPosition_ = isBehindLine ? linePosition_ : TextPosition{firstLine_, 1};
     }
     for (; counted_ < position; ++counted_) {
         const char c = text_[counted_];

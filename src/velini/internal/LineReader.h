@@ -101,6 +101,8 @@ private:
 
     std::size_t counted_ = 0; // how far the text was counted for a position, to go on from there
     TextPosition countedPosition_;
+    std::size_t lineCounted_ = 0; // the last line that a position was asked for in
+    TextPosition linePosition_;
 };
 
 } // namespace velINI::Internal
