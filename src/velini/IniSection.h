@@ -47,7 +47,7 @@ public:
         PassOver();
         return *this;
     }
-    KeyIterator operator++(int) {
+    KeyIterator operator++(int) { // NOLINT(cert-dcl21-cpp): iterators return no constants
         KeyIterator before = *this;
         ++*this;
         return before;
