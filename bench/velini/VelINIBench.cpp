@@ -43,30 +43,30 @@ using velINI::velINIStream;
 
 constexpr std::size_t FileSize = 1'000'000;
 
-/// A file in the temporary folder, gone in the end.
+// A file in the temporary folder, gone in the end.
 class ScratchFile {
 public:
     explicit ScratchFile(const std::string& text = {})
-        : path_((std::filesystem::temp_directory_path() /
-                 ("bench_velini_" + std::to_string(++count) + ".ini"))
-                    .string()) {
-        std::ofstream(path_, std::ios::binary) << text;
+        : FilePath((std::filesystem::temp_directory_path() /
+                    ("bench_velini_" + std::to_string(++count) + ".ini"))
+                       .string()) {
+        std::ofstream(FilePath, std::ios::binary) << text;
     }
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
     ~ScratchFile() {
         std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
+        std::filesystem::remove(FilePath, ignored);
     }
 
-    const std::string& Path() const { return path_; }
+    const std::string& Path() const { return FilePath; }
 
 private:
     static inline int count = 0;
-    std::string path_;
+    std::string FilePath;
 };
 
-/// The processor times that one party took.
+// The processor times that one party took.
 class Times {
 public:
     template <class Action>
@@ -75,11 +75,11 @@ public:
         const std::clock_t start = std::clock();
         action();
         const std::clock_t time = std::clock() - start;
-        seconds_.push_back(static_cast<double>(time) / CLOCKS_PER_SEC);
+        Seconds.push_back(static_cast<double>(time) / CLOCKS_PER_SEC);
     }
 
     double MedianMs() const {
-        std::vector<double> sorted = seconds_;
+        std::vector<double> sorted = Seconds;
         std::sort(sorted.begin(), sorted.end());
         return sorted[sorted.size() / 2] * 1e3;
     }
@@ -88,7 +88,7 @@ public:
     }
 
 private:
-    std::vector<double> seconds_;
+    std::vector<double> Seconds;
 };
 
 void Require(bool worked) {
@@ -98,7 +98,7 @@ void Require(bool worked) {
     }
 }
 
-/// Counts the entries: the C library builds no document, this is the least a user can do with it.
+// Counts the entries: the C library builds no document, this is the least a user can do with it.
 int CountEntry(void* count, const char* /*section*/, const char* /*name*/, const char* /*value*/) {
     ++*static_cast<std::size_t*>(count);
     return 1;
@@ -131,7 +131,7 @@ void ReadSideBySide(benchmark::State& state) {
 }
 BENCHMARK(ReadSideBySide)->Unit(benchmark::kMillisecond);
 
-/// The C library cannot write.
+// The C library cannot write.
 void WriteSideBySide(benchmark::State& state) {
     const std::string text = velINI::Testing::MakeRealisticFile(FileSize);
     const ScratchFile file(text);
@@ -158,7 +158,7 @@ BENCHMARK(WriteSideBySide)->Unit(benchmark::kMillisecond);
 
 std::string KeyName(std::size_t number) { return "key" + std::to_string(number); }
 
-/// A thousand of the names, all over the list.
+// A thousand of the names, all over the list.
 std::vector<std::string> SomeNames(std::size_t count) {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < 1'000; ++i) {
@@ -167,7 +167,7 @@ std::vector<std::string> SomeNames(std::size_t count) {
     return names;
 }
 
-/// A thousand look-ups by name in one section that was read from a file.
+// A thousand look-ups by name in one section that was read from a file.
 void LookUpSideBySide(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
     const ScratchFile file(velINI::Testing::MakeKeys(count));
@@ -220,7 +220,7 @@ void SetSideBySide(benchmark::State& state) {
 }
 BENCHMARK(SetSideBySide)->Unit(benchmark::kMillisecond);
 
-/// Four times the elements should take about four times as long.
+// Four times the elements should take about four times as long.
 void NumberElements(benchmark::State& state) {
     constexpr std::size_t Few = 8'000;
     constexpr std::size_t Many = 32'000;
@@ -241,7 +241,7 @@ void NumberElements(benchmark::State& state) {
 }
 BENCHMARK(NumberElements)->Unit(benchmark::kMillisecond);
 
-/// Names that a hash without a secret would send to one slot, beside as many of the same length.
+// Names that a hash without a secret would send to one slot, beside as many of the same length.
 void HostileNames(benchmark::State& state) {
     constexpr std::size_t Count = 40'000;
     const auto keys = [](const std::vector<std::string>& names, const char* open,
@@ -279,8 +279,8 @@ void HostileNames(benchmark::State& state) {
 }
 BENCHMARK(HostileNames)->Unit(benchmark::kMillisecond);
 
-/// The most memory that a process of its own ever held while it ran the action, without what it
-/// holds before.
+// The most memory that a process of its own ever held while it ran the action, without what it
+// holds before.
 template <class Action>
 double PeakBytes(const Action& action) {
     std::array<int, 2> ends{};
@@ -307,7 +307,7 @@ double PeakBytes(const Action& action) {
     return bytes;
 }
 
-/// How much memory it takes to read a file and hold the document, at the most.
+// How much memory it takes to read a file and hold the document, at the most.
 void Memory(benchmark::State& state, std::string (*makeText)()) {
     const ScratchFile file(makeText());
     const auto size = static_cast<double>(std::filesystem::file_size(file.Path()));
@@ -342,7 +342,7 @@ BENCHMARK_CAPTURE(Memory, BlankLines, [] {
     return velINI::Testing::MakeBlankLines(2'000'000);
 })->Iterations(1);
 
-/// Ten times the lines should take about ten times as long.
+// Ten times the lines should take about ten times as long.
 void Growth(benchmark::State& state, std::string (*makeText)(std::size_t)) {
     constexpr std::size_t FewLines = 10'000;
     constexpr std::size_t ManyLines = 100'000;

@@ -31,20 +31,20 @@ inline void Require(bool condition, const char* what) {
 class ScratchFile {
 public:
     explicit ScratchFile(const char* name)
-        : path_((std::filesystem::temp_directory_path() /
-                 ("velini-fuzz-" + std::to_string(getpid()) + "-" + name))
-                    .string()) {}
+        : FilePath((std::filesystem::temp_directory_path() /
+                    ("velini-fuzz-" + std::to_string(getpid()) + "-" + name))
+                       .string()) {}
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
     ~ScratchFile() {
         std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
+        std::filesystem::remove(FilePath, ignored);
     }
 
-    const std::string& Path() const { return path_; }
+    const std::string& Path() const { return FilePath; }
 
 private:
-    std::string path_;
+    std::string FilePath;
 };
 
 /// Writes the input to a file and returns its path.

@@ -29,8 +29,8 @@ constexpr std::array<TextEncoding, 6> Encodings = {TextEncoding::None,
                                                    TextEncoding::Utf32LittleEndian,
                                                    TextEncoding::Utf32BigEndian};
 
-/// The length of the UTF-8 sequence at the start of the text, 0 for a broken one. Surrogates,
-/// overlong forms and too large values are broken.
+// The length of the UTF-8 sequence at the start of the text, 0 for a broken one. Surrogates,
+// overlong forms and too large values are broken.
 std::size_t SequenceLength(std::string_view text) {
     const auto byte = [&](std::size_t i) {
         return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
@@ -55,8 +55,8 @@ std::size_t SequenceLength(std::string_view text) {
     return 0;
 }
 
-/// In quotes: the reader decodes only the hexadecimal escapes and those of quote and backslash, and
-/// what was no UTF-8 comes back as UTF-8.
+// In quotes: the reader decodes only the hexadecimal escapes and those of quote and backslash, and
+// what was no UTF-8 comes back as UTF-8.
 bool SurvivesQuoted(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = SequenceLength(text);
@@ -69,7 +69,7 @@ bool SurvivesQuoted(std::string_view text) {
     return true;
 }
 
-/// Outside of quotes it decodes only the hexadecimal escapes.
+// Outside of quotes it decodes only the hexadecimal escapes.
 bool SurvivesBare(std::string_view text) {
     return SurvivesQuoted(text) && text.find_first_of("\"\\") == std::string_view::npos;
 }
@@ -78,7 +78,7 @@ bool SurvivesComment(const std::optional<std::string>& comment) {
     return !comment || SurvivesBare(*comment);
 }
 
-/// Only an array's new element can hold a value without quotes that needs some.
+// Only an array's new element can hold a value without quotes that needs some.
 bool SurvivesValue(const IniKey& key) {
     if (key.Quoted) {
         return SurvivesQuoted(key.Value);
@@ -118,9 +118,9 @@ bool SurvivesEntry(const IniKey& key) {
     return false;
 }
 
-/// The global section has no header to come into being by, or to bear a comment, and runs into the
-/// section in front of it. Its first entry has no line end in front, the elements of an array there
-/// have none at all, and a blank line there is nothing but the line end of the next entry.
+// The global section has no header to come into being by, or to bear a comment, and runs into the
+// section in front of it. Its first entry has no line end in front, the elements of an array there
+// have none at all, and a blank line there is nothing but the line end of the next entry.
 bool SurvivesGlobal(const IniSection& global, bool isFirst) {
     if (!isFirst || global.Comment || global.Keys.empty()) {
         return false;
@@ -160,7 +160,7 @@ bool Survives(const velINIStream& document) {
     return true;
 }
 
-/// Arrays are written with empty brackets, and their elements are numbered and stored anew.
+// Arrays are written with empty brackets, and their elements are numbered and stored anew.
 void ExpectNumbered(IniKey& array) {
     array.Quoted = false;
     array.NextIndex = static_cast<std::uint32_t>(array.Elements.size() - 1);
@@ -213,7 +213,7 @@ void RequireSame(const velINIStream& left, const velINIStream& right) {
     }
 }
 
-/// False when the document holds text that is not UTF-8.
+// False when the document holds text that is not UTF-8.
 bool Write(const velINIStream& document, const std::string& path, bool spacing,
            TextEncoding encoding) {
     try {

@@ -14,11 +14,11 @@ ElementList::ElementList(const ElementList& other) : ElementList(other.List()) {
 
 ElementList& ElementList::operator=(const ElementList& other) { return *this = ElementList(other); }
 
-ElementList::Content& ElementList::Filled() {
-    if (content_ == nullptr) {
-        content_ = std::make_unique<Content>();
+ElementList::Storage& ElementList::Filled() {
+    if (Content == nullptr) {
+        Content = std::make_unique<Storage>();
     }
-    return *content_;
+    return *Content;
 }
 
 std::vector<IniKey>& ElementList::List() { return Filled().Elements; }

@@ -41,7 +41,7 @@ public:
     operator std::vector<IniKey>&() { return List(); }
     operator const std::vector<IniKey>&() const { return List(); }
 
-    [[nodiscard]] bool empty() const { return content_ == nullptr || List().empty(); }
+    [[nodiscard]] bool empty() const { return Content == nullptr || List().empty(); }
     std::size_t size() const;
     iterator begin();
     iterator end();
@@ -70,12 +70,12 @@ public:
     friend bool operator==(const ElementList& left, const ElementList& right);
 
 private:
-    struct Content;
+    struct Storage;
 
-    Content& Filled();
+    Storage& Filled();
     static const std::vector<IniKey>& None();
 
-    std::unique_ptr<Content> content_; // missing in an entry that never had elements
+    std::unique_ptr<Storage> Content; // missing in an entry that never had elements
 };
 
 } // namespace velINI

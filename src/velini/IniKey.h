@@ -89,7 +89,7 @@ inline auto IniKey::end() { return Elements.List().end(); }
 inline auto IniKey::begin() const { return Elements.List().begin(); }
 inline auto IniKey::end() const { return Elements.List().end(); }
 
-struct ElementList::Content {
+struct ElementList::Storage {
     std::vector<IniKey> Elements;
     Internal::NameIndex Index;
 };
@@ -99,7 +99,7 @@ inline ElementList::ElementList(ElementList&&) noexcept = default;
 inline ElementList& ElementList::operator=(ElementList&&) noexcept = default;
 inline ElementList::~ElementList() = default;
 inline const std::vector<IniKey>& ElementList::List() const {
-    return content_ == nullptr ? None() : content_->Elements;
+    return Content == nullptr ? None() : Content->Elements;
 }
 inline std::size_t ElementList::size() const { return List().size(); }
 inline ElementList::iterator ElementList::begin() { return List().begin(); }

@@ -32,26 +32,26 @@ struct NameWatch {
 class IniName {
 public:
     IniName() = default;
-    IniName(std::string text) noexcept : text_(std::move(text)) {}
-    IniName(std::string_view text) : text_(text) {}
-    IniName(const char* text) : text_(text) {}
+    IniName(std::string text) noexcept : Characters(std::move(text)) {}
+    IniName(std::string_view text) : Characters(text) {}
+    IniName(const char* text) : Characters(text) {}
 
     /// Nothing counts on a copy, nor on what was moved.
-    IniName(const IniName& other) : text_(other.text_) {}
-    IniName(IniName&& other) noexcept : text_(std::move(other.text_)) { other.Tell(); }
+    IniName(const IniName& other) : Characters(other.Characters) {}
+    IniName(IniName&& other) noexcept : Characters(std::move(other.Characters)) { other.Tell(); }
     ~IniName() { Tell(); }
 
     IniName& operator=(const IniName& other) {
         if (this != &other) {
             Tell();
-            text_ = other.text_;
+            Characters = other.Characters;
         }
         return *this;
     }
     IniName& operator=(IniName&& other) noexcept {
         Tell();
         other.Tell();
-        text_ = std::move(other.text_);
+        Characters = std::move(other.Characters);
         return *this;
     }
 
@@ -60,39 +60,39 @@ public:
              !std::same_as<Text, IniName>) IniName&
     operator=(const Text& text) {
         Tell();
-        text_ = std::string_view(text);
+        Characters = std::string_view(text);
         return *this;
     }
 
-    operator const std::string&() const { return text_; }
-    operator std::string_view() const { return text_; }
+    operator const std::string&() const { return Characters; }
+    operator std::string_view() const { return Characters; }
 
-    const std::string& Text() const { return text_; }
+    const std::string& Text() const { return Characters; }
 
     // What is most asked of a string, by the names that the standard has for it.
 
     // NOLINTBEGIN(readability-identifier-naming): the names of the standard
-    [[nodiscard]] bool empty() const { return text_.empty(); }
-    std::size_t size() const { return text_.size(); }
-    const char* data() const { return text_.data(); }
-    const char* c_str() const { return text_.c_str(); }
-    std::string::const_iterator begin() const { return text_.begin(); }
-    std::string::const_iterator end() const { return text_.end(); }
-    char operator[](std::size_t position) const { return text_[position]; }
-    bool starts_with(std::string_view prefix) const { return text_.starts_with(prefix); }
-    bool ends_with(std::string_view suffix) const { return text_.ends_with(suffix); }
-    std::size_t find(std::string_view part) const { return text_.find(part); }
+    [[nodiscard]] bool empty() const { return Characters.empty(); }
+    std::size_t size() const { return Characters.size(); }
+    const char* data() const { return Characters.data(); }
+    const char* c_str() const { return Characters.c_str(); }
+    std::string::const_iterator begin() const { return Characters.begin(); }
+    std::string::const_iterator end() const { return Characters.end(); }
+    char operator[](std::size_t position) const { return Characters[position]; }
+    bool starts_with(std::string_view prefix) const { return Characters.starts_with(prefix); }
+    bool ends_with(std::string_view suffix) const { return Characters.ends_with(suffix); }
+    std::size_t find(std::string_view part) const { return Characters.find(part); }
     std::string substr(std::size_t begin, std::size_t count = std::string::npos) const {
-        return text_.substr(begin, count);
+        return Characters.substr(begin, count);
     }
     // NOLINTEND(readability-identifier-naming)
 
     friend bool operator==(const IniName& name, std::string_view text) {
-        return name.text_ == text;
+        return name.Characters == text;
     }
     template <std::same_as<IniName> Name>
     friend bool operator==(const Name& left, const Name& right) {
-        return left.text_ == right.text_;
+        return left.Characters == right.Characters;
     }
     friend std::ostream& operator<<(std::ostream& out, const IniName& name);
 
@@ -100,21 +100,21 @@ private:
     friend class Internal::NameIndex;
 
     void Tell() {
-        if (watch_ != nullptr) {
-            watch_->Changed.store(true, std::memory_order_relaxed);
-            watch_ = nullptr;
+        if (Watch != nullptr) {
+            Watch->Changed.store(true, std::memory_order_relaxed);
+            Watch = nullptr;
         }
     }
 
     void WatchFor(Internal::NameWatch* watch) {
-        if (watch_ != watch) {
+        if (Watch != watch) {
             Tell();
-            watch_ = watch;
+            Watch = watch;
         }
     }
 
-    std::string text_;
-    Internal::NameWatch* watch_ = nullptr;
+    std::string Characters;
+    Internal::NameWatch* Watch = nullptr;
 };
 
 } // namespace velINI

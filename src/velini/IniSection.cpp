@@ -14,7 +14,7 @@ Iterator At(Iterator first, std::size_t position) {
     return std::next(first, static_cast<std::ptrdiff_t>(position));
 }
 
-/// Where the entry of that name stands; behind the last one when there is none.
+// Where the entry of that name stands; behind the last one when there is none.
 std::size_t Position(IniSection& section, std::string_view name) {
     std::size_t comparisons = 0;
     return section.KeyIndex.Locate(section.Keys, name, comparisons);

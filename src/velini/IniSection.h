@@ -38,12 +38,12 @@ public:
     // NOLINTEND(readability-identifier-naming)
 
     KeyIterator() = default;
-    KeyIterator(Iterator place, Iterator end) : place_(place), end_(end) { PassOver(); }
+    KeyIterator(Iterator place, Iterator end) : Place(place), End(end) { PassOver(); }
 
-    reference operator*() const { return *place_; }
-    pointer operator->() const { return &*place_; }
+    reference operator*() const { return *Place; }
+    pointer operator->() const { return &*Place; }
     KeyIterator& operator++() {
-        ++place_;
+        ++Place;
         PassOver();
         return *this;
     }
@@ -53,18 +53,18 @@ public:
         return before;
     }
     friend bool operator==(const KeyIterator& left, const KeyIterator& right) {
-        return left.place_ == right.place_;
+        return left.Place == right.Place;
     }
 
 private:
     void PassOver() {
-        while (place_ != end_ && place_->Kind != KeyKind::Value && place_->Kind != KeyKind::Array) {
-            ++place_;
+        while (Place != End && Place->Kind != KeyKind::Value && Place->Kind != KeyKind::Array) {
+            ++Place;
         }
     }
 
-    Iterator place_{};
-    Iterator end_{};
+    Iterator Place{};
+    Iterator End{};
 };
 
 struct IniSection {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-/// Calls `read`. False for an error that it raises, which is told by the diagnostics already.
+// Calls `read`. False for an error that it raises, which is told by the diagnostics already.
 template <class Read>
 bool WithoutRaising(const Read& read) {
     try {
@@ -28,7 +28,7 @@ bool WithoutRaising(const Read& read) {
     return false;
 }
 
-/// Calls `visit` with a reader for each part of a text, in order, and the number of the part.
+// Calls `visit` with a reader for each part of a text, in order, and the number of the part.
 template <class Visit>
 void ForEachPart(const std::vector<std::string_view>& parts, const Visit& visit) {
     std::size_t offset = 0;
@@ -48,7 +48,7 @@ Diagnostic ErrorAt(const Internal::TextPosition& position, std::string_view mess
     return {Severity::Error, position.Line, position.Column, std::string(message)};
 }
 
-/// Raises what a bad escape in the text raises, before any of it is taken over.
+// Raises what a bad escape in the text raises, before any of it is taken over.
 void CheckEscapes(const std::vector<std::string_view>& parts,
                   std::vector<Diagnostic>& diagnostics) {
     ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t part) {
@@ -67,12 +67,12 @@ void CheckEscapes(const std::vector<std::string_view>& parts,
 } // namespace
 
 bool velINIStream::ReadFile(const std::string& path) {
-    diagnostics_.clear();
+    LastDiagnostics.clear();
     std::optional<std::vector<std::string>> parts;
     try {
-        parts = Internal::LoadSourceText(path, diagnostics_);
+        parts = Internal::LoadSourceText(path, LastDiagnostics);
     } catch (const std::range_error&) {
-        diagnostics_.push_back(ErrorAt({}, "The UTF-16 or UTF-32 text is malformed."));
+        LastDiagnostics.push_back(ErrorAt({}, "The UTF-16 or UTF-32 text is malformed."));
         throw;
     }
     if (!parts) {
@@ -91,7 +91,7 @@ bool velINIStream::ReadPath(const std::filesystem::path& path) {
 }
 
 bool velINIStream::ReadText(std::string_view text) {
-    diagnostics_.clear();
+    LastDiagnostics.clear();
     text.remove_prefix(text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
     return WithoutRaising([&] {
         std::vector<std::string> none;
@@ -102,13 +102,13 @@ bool velINIStream::ReadText(std::string_view text) {
 
 std::string velINIStream::TakeOver(const std::vector<std::string_view>& parts,
                                    std::vector<std::string>& owned) {
-    CheckEscapes(parts, diagnostics_);
-    Internal::LineParser parser(*this, diagnostics_, NoteOddities);
+    CheckEscapes(parts, LastDiagnostics);
+    Internal::LineParser parser(*this, LastDiagnostics, NoteOddities);
     ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t part) {
         try {
             parser.Parse(lines, std::span(parts).subspan(part + 1));
         } catch (const std::logic_error&) {
-            diagnostics_.push_back(
+            LastDiagnostics.push_back(
                 ErrorAt(lines.PositionOf(0), "An element can only be numbered behind numbers."));
             throw;
         }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char32_t LastCodePoint = 0x10FFFF;
 
-/// What becomes of an ASCII byte: the letter behind the backslash, or one of the two below.
+// What becomes of an ASCII byte: the letter behind the backslash, or one of the two below.
 constexpr char Itself = 0;
 constexpr char AsDigits = 1;
 
@@ -34,7 +34,7 @@ constexpr std::array<char, 128> MakeEscapes() {
 
 constexpr std::array<char, 128> Escapes = MakeEscapes();
 
-/// The forms of the first byte of a longer sequence.
+// The forms of the first byte of a longer sequence.
 struct SequenceForm {
     unsigned Mask;
     unsigned Lead;
@@ -49,7 +49,7 @@ constexpr std::array<SequenceForm, 3> SequenceForms = {{
 
 [[noreturn]] void RaiseInvalidSequence() { throw std::runtime_error("Invalid UTF-8 sequence!"); }
 
-/// Decodes the sequence at `position` and moves behind it.
+// Decodes the sequence at `position` and moves behind it.
 char32_t DecodeSequence(std::string_view text, std::size_t& position) {
     const unsigned lead = static_cast<unsigned char>(text[position]);
     for (const SequenceForm& form : SequenceForms) {
@@ -73,7 +73,7 @@ char32_t DecodeSequence(std::string_view text, std::size_t& position) {
     RaiseInvalidSequence();
 }
 
-/// `\x` and the value in lower case, at least four digits.
+// `\x` and the value in lower case, at least four digits.
 void AppendDigits(std::string& out, char32_t value) {
     constexpr std::size_t FewestDigits = 4;
     std::array<char, 8> digits{};

@@ -76,7 +76,7 @@ public:
     bool ReadText(std::string_view text);
 
     /// What was wrong with the text that was read last, in its order; empty when nothing was.
-    [[nodiscard]] const std::vector<Diagnostic>& Diagnostics() const { return diagnostics_; }
+    [[nodiscard]] const std::vector<Diagnostic>& Diagnostics() const { return LastDiagnostics; }
 
     /// Writes the document to a file, in place of what was there. `path` is UTF-8. `spacing` puts a
     /// space on each side of the assign character and in front of comments, a blank line between
@@ -187,7 +187,7 @@ private:
     std::string TakeOver(const std::vector<std::string_view>& parts,
                          std::vector<std::string>& owned);
 
-    std::vector<Diagnostic> diagnostics_;
+    std::vector<Diagnostic> LastDiagnostics;
 };
 
 } // namespace velINI

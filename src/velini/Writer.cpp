@@ -17,12 +17,12 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// By TextEncoding.
+// By TextEncoding.
 constexpr std::array<std::string_view, 6> ByteOrderMarks = {
     ""sv, "\xEF\xBB\xBF"sv, "\xFF\xFE"sv, "\xFE\xFF"sv, "\xFF\xFE\0\0"sv, "\0\0\xFE\xFF"sv,
 };
 
-/// The second name is one that older files use.
+// The second name is one that older files use.
 constexpr std::array<std::string_view, 2> HeaderlessSections = {Internal::GlobalSection,
                                                                 "vi_global"};
 
@@ -48,7 +48,7 @@ bool IsWide(TextEncoding encoding) {
     return encoding != TextEncoding::None && encoding != TextEncoding::Utf8;
 }
 
-/// The text in one of the wide encodings; nothing for a number above them.
+// The text in one of the wide encodings; nothing for a number above them.
 std::string WideBytes(std::string_view text, TextEncoding encoding) {
     switch (encoding) {
     case TextEncoding::Utf16LittleEndian:
@@ -64,7 +64,7 @@ std::string WideBytes(std::string_view text, TextEncoding encoding) {
     }
 }
 
-/// Reduces each escaped quote and backslash from `begin` on to the character itself.
+// Reduces each escaped quote and backslash from `begin` on to the character itself.
 void UnescapeFrom(std::string& text, std::size_t begin) {
     std::size_t out = begin;
     for (std::size_t in = begin; in < text.size(); ++in, ++out) {
@@ -76,32 +76,32 @@ void UnescapeFrom(std::string& text, std::size_t begin) {
     text.resize(out);
 }
 
-/// Writes one document by handing the bytes of one entry after the other to `Put`, a function of a
-/// std::string_view. The line end of an entry is written by what comes behind it.
-template <class Put>
+// Writes one document by handing the bytes of one entry after the other to `Put`, a function of a
+// std::string_view. The line end of an entry is written by what comes behind it.
+template <class Sink>
 class DocumentWriter {
 public:
-    DocumentWriter(const velINIStream& document, const Put& put, bool spacing,
+    DocumentWriter(const velINIStream& document, const Sink& put, bool spacing,
                    TextEncoding encoding)
-        : document_(document),
-          put_(put),
-          space_(spacing ? " " : ""),
-          lastLineEnd_(spacing ? std::string_view(document.NewLine) : std::string_view()),
-          encoding_(encoding) {}
+        : Document(document),
+          Put(put),
+          Space(spacing ? " " : ""),
+          LastLineEnd(spacing ? std::string_view(document.NewLine) : std::string_view()),
+          Encoding(encoding) {}
 
     void Write() {
-        const auto mark = static_cast<std::size_t>(encoding_);
+        const auto mark = static_cast<std::size_t>(Encoding);
         if (mark < ByteOrderMarks.size()) {
-            put_(ByteOrderMarks[mark]);
+            Put(ByteOrderMarks[mark]);
         }
-        for (const IniSection& section : document_.Sections) {
+        for (const IniSection& section : Document.Sections) {
             WriteSection(section);
         }
     }
 
 private:
     void WriteSection(const IniSection& section) {
-        std::string_view prefix = document_.NewLine;
+        std::string_view prefix = Document.NewLine;
         if (HasHeader(section)) {
             WriteHeader(section);
         } else {
@@ -109,9 +109,9 @@ private:
         }
         for (const IniKey& key : section.Keys) {
             const std::string_view lineEnd =
-                &key == &section.Keys.back() ? lastLineEnd_ : std::string_view();
+                &key == &section.Keys.back() ? LastLineEnd : std::string_view();
             WriteKey(key, prefix, lineEnd);
-            prefix = document_.NewLine;
+            prefix = Document.NewLine;
         }
     }
 
@@ -121,15 +121,15 @@ private:
     }
 
     void WriteHeader(const IniSection& section) {
-        if (&section != &document_.Sections.front() && textWritten_) {
-            text_ += document_.NewLine;
+        if (&section != &Document.Sections.front() && TextWritten) {
+            Text += Document.NewLine;
         }
-        text_ += '[';
-        Internal::AppendEscaped(text_, section.Name);
-        text_ += ']';
+        Text += '[';
+        Internal::AppendEscaped(Text, section.Name);
+        Text += ']';
         AppendComment(section.Comment);
         if (section.Keys.empty()) {
-            text_ += lastLineEnd_;
+            Text += LastLineEnd;
         }
         Flush();
     }
@@ -137,31 +137,31 @@ private:
     void WriteKey(const IniKey& key, std::string_view prefix, std::string_view lineEnd) {
         switch (key.Kind) {
         case KeyKind::EmptyLine:
-            text_ += prefix;
+            Text += prefix;
             AppendComment(key.Comment);
             Flush();
             break;
         case KeyKind::Comment:
-            text_ += prefix;
+            Text += prefix;
             AppendCommentText(key);
             AppendComment(key.Comment);
-            text_ += lineEnd;
+            Text += lineEnd;
             Flush();
             break;
         case KeyKind::Value:
-            text_ += prefix;
-            Internal::AppendEscaped(text_, key.Name);
+            Text += prefix;
+            Internal::AppendEscaped(Text, key.Name);
             AppendValue(key);
             AppendComment(key.Comment);
-            text_ += lineEnd;
+            Text += lineEnd;
             Flush();
             break;
         case KeyKind::Array:
             for (const IniKey& element : key.Elements) {
-                text_ += prefix;
+                Text += prefix;
                 AppendElement(key, element);
                 if (&element == &key.Elements.back()) {
-                    text_ += lineEnd;
+                    Text += lineEnd;
                 }
                 Flush();
             }
@@ -170,69 +170,69 @@ private:
     }
 
     void AppendElement(const IniKey& array, const IniKey& element) {
-        Internal::AppendEscaped(text_, array.Name);
-        text_ += '[';
+        Internal::AppendEscaped(Text, array.Name);
+        Text += '[';
         if (array.ExplicitIndex) {
-            Internal::AppendEscaped(text_, element.Name);
+            Internal::AppendEscaped(Text, element.Name);
         }
-        text_ += ']';
+        Text += ']';
         AppendValue(element);
         AppendComment(element.Comment);
     }
 
     void AppendValue(const IniKey& key) {
-        text_ += space_;
-        text_ += document_.AssignCharacter;
-        text_ += space_;
+        Text += Space;
+        Text += Document.AssignCharacter;
+        Text += Space;
         if (key.Quoted) {
-            text_ += document_.QuoteCharacter;
+            Text += Document.QuoteCharacter;
         }
-        Internal::AppendEscaped(text_, key.Value);
+        Internal::AppendEscaped(Text, key.Value);
         if (key.Quoted) {
-            text_ += document_.QuoteCharacter;
+            Text += Document.QuoteCharacter;
         }
     }
 
     void AppendCommentText(const IniKey& key) {
-        text_ += document_.CommentCharacter;
-        text_ += ' ';
-        const std::size_t begin = text_.size();
-        Internal::AppendEscaped(text_, key.Value);
+        Text += Document.CommentCharacter;
+        Text += ' ';
+        const std::size_t begin = Text.size();
+        Internal::AppendEscaped(Text, key.Value);
         if (key.Verbatim) {
-            UnescapeFrom(text_, begin);
+            UnescapeFrom(Text, begin);
         }
     }
 
     void AppendComment(const OptionalText& comment) {
         if (comment) {
-            text_ += space_;
-            text_ += document_.CommentCharacter;
-            text_ += ' ';
-            Internal::AppendEscaped(text_, *comment);
+            Text += Space;
+            Text += Document.CommentCharacter;
+            Text += ' ';
+            Internal::AppendEscaped(Text, *comment);
         }
     }
 
     void Flush() {
-        if (IsWide(encoding_)) {
-            put_(WideBytes(text_, encoding_));
+        if (IsWide(Encoding)) {
+            Put(WideBytes(Text, Encoding));
         } else {
-            put_(text_);
+            Put(Text);
         }
-        textWritten_ = textWritten_ || !text_.empty();
-        text_.clear();
+        TextWritten = TextWritten || !Text.empty();
+        Text.clear();
     }
 
-    const velINIStream& document_;
-    const Put& put_;
-    std::string_view space_;       // around what `spacing` sets apart
-    std::string_view lastLineEnd_; // behind the last entry of a section
-    TextEncoding encoding_;
+    const velINIStream& Document;
+    const Sink& Put;
+    std::string_view Space;       // around what `spacing` sets apart
+    std::string_view LastLineEnd; // behind the last entry of a section
+    TextEncoding Encoding;
 
-    std::string text_; // of the header or the entry at hand
-    bool textWritten_ = false;
+    std::string Text; // of the header or the entry at hand
+    bool TextWritten = false;
 };
 
-/// What WriteFile writes; nothing when a text of the document is not UTF-8.
+// What WriteFile writes; nothing when a text of the document is not UTF-8.
 std::optional<std::string> TextOf(const velINIStream& document, bool spacing,
                                   TextEncoding encoding) {
     std::string text;

@@ -19,59 +19,58 @@ using Testing::ContentOf;
 
 class AtomicWrite : public ::testing::Test {
 protected:
-    AtomicWrite() { document_.SetValue("Section", "key", std::string(5000, 'v')); }
+    AtomicWrite() { Document.SetValue("Section", "key", std::string(5000, 'v')); }
 
     std::ptrdiff_t FilesInFolder() const {
-        const fs::path folder = fs::path(folder_.PathOf("x")).parent_path();
+        const fs::path folder = fs::path(Folder.PathOf("x")).parent_path();
         return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     }
 
     void ExpectFailure(const std::string& path) const {
         std::string reason;
-        EXPECT_FALSE(document_.WriteFileAtomically(path, false, TextEncoding::None, &reason));
+        EXPECT_FALSE(Document.WriteFileAtomically(path, false, TextEncoding::None, &reason));
         EXPECT_NE(reason, "");
-        EXPECT_FALSE(document_.WriteFileAtomically(path)) << "no one needs to ask for the reason";
+        EXPECT_FALSE(Document.WriteFileAtomically(path)) << "no one needs to ask for the reason";
     }
 
-    Testing::TemporaryFolder folder_;
-    velINIStream document_;
+    Testing::TemporaryFolder Folder;
+    velINIStream Document;
 };
 
-/// No file may grow beyond this for as long as the object lives: a device that is full.
+// No file may grow beyond this for as long as the object lives: a device that is full.
 class FullDevice {
 public:
-    explicit FullDevice(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {size, before_.rlim_max};
+    explicit FullDevice(rlim_t size) : Handler(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &Before);
+        const rlimit limit = {size, Before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     FullDevice(const FullDevice&) = delete;
     FullDevice& operator=(const FullDevice&) = delete;
     ~FullDevice() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
+        setrlimit(RLIMIT_FSIZE, &Before);
+        std::signal(SIGXFSZ, Handler);
     }
 
 private:
-    rlimit before_{};
-    void (*handler_)(int);
+    rlimit Before{};
+    void (*Handler)(int);
 };
 
 TEST_F(AtomicWrite, WritesWhatWriteFileWrites) {
-    const std::string path = folder_.PathOf("new.ini");
+    const std::string path = Folder.PathOf("new.ini");
     std::string reason = "before";
-    EXPECT_TRUE(
-        document_.WriteFileAtomically(path, true, TextEncoding::Utf16LittleEndian, &reason));
+    EXPECT_TRUE(Document.WriteFileAtomically(path, true, TextEncoding::Utf16LittleEndian, &reason));
     EXPECT_EQ(reason, "");
     EXPECT_EQ(ContentOf(path),
-              Testing::WrittenText(document_, true, TextEncoding::Utf16LittleEndian));
-    EXPECT_TRUE(document_.WriteFileAtomically(fs::path(path)));
-    EXPECT_EQ(ContentOf(path), Testing::WrittenText(document_));
+              Testing::WrittenText(Document, true, TextEncoding::Utf16LittleEndian));
+    EXPECT_TRUE(Document.WriteFileAtomically(fs::path(path)));
+    EXPECT_EQ(ContentOf(path), Testing::WrittenText(Document));
     EXPECT_EQ(FilesInFolder(), 1);
 }
 
 TEST_F(AtomicWrite, KeepsTheOldContentOnAFullDevice) {
-    const std::string path = folder_.Store("old.ini", "old = 1\n");
+    const std::string path = Folder.Store("old.ini", "old = 1\n");
     {
         const FullDevice full(1000);
         ExpectFailure(path);
@@ -81,37 +80,37 @@ TEST_F(AtomicWrite, KeepsTheOldContentOnAFullDevice) {
 }
 
 TEST_F(AtomicWrite, KeepsTheOldContentWhenTheDocumentCannotBeWritten) {
-    const std::string path = folder_.Store("old.ini", "old = 1\n");
-    document_.SetValue("Section", "other", "\xFF");
+    const std::string path = Folder.Store("old.ini", "old = 1\n");
+    Document.SetValue("Section", "other", "\xFF");
     ExpectFailure(path);
     EXPECT_EQ(ContentOf(path), "old = 1\n");
 }
 
 TEST_F(AtomicWrite, FailsWhereNoFileCanBe) {
-    ExpectFailure(folder_.PathOf("missing/new.ini"));
-    fs::create_directory(folder_.PathOf("folder.ini"));
-    ExpectFailure(folder_.PathOf("folder.ini"));
+    ExpectFailure(Folder.PathOf("missing/new.ini"));
+    fs::create_directory(Folder.PathOf("folder.ini"));
+    ExpectFailure(Folder.PathOf("folder.ini"));
     EXPECT_EQ(FilesInFolder(), 1);
 }
 
 TEST_F(AtomicWrite, KeepsThePermissionsOfTheFile) {
-    const std::string path = folder_.Store("old.ini", "old = 1\n");
+    const std::string path = Folder.Store("old.ini", "old = 1\n");
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_TRUE(document_.WriteFileAtomically(path));
+    EXPECT_TRUE(Document.WriteFileAtomically(path));
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
 TEST_F(AtomicWrite, WritesTheFileThatALinkMeans) {
-    const std::string path = folder_.Store("real.ini", "old = 1\n");
-    fs::create_symlink(path, folder_.PathOf("link.ini"));
-    EXPECT_TRUE(document_.WriteFileAtomically(folder_.PathOf("link.ini")));
-    EXPECT_TRUE(fs::is_symlink(folder_.PathOf("link.ini")));
-    EXPECT_EQ(ContentOf(path), Testing::WrittenText(document_));
+    const std::string path = Folder.Store("real.ini", "old = 1\n");
+    fs::create_symlink(path, Folder.PathOf("link.ini"));
+    EXPECT_TRUE(Document.WriteFileAtomically(Folder.PathOf("link.ini")));
+    EXPECT_TRUE(fs::is_symlink(Folder.PathOf("link.ini")));
+    EXPECT_EQ(ContentOf(path), Testing::WrittenText(Document));
 }
 
 TEST_F(AtomicWrite, LeavesFilesOfTheNameThatItWouldTakeAlone) {
-    const std::string other = folder_.Store("new.ini.new0", "not mine\n");
-    EXPECT_TRUE(document_.WriteFileAtomically(folder_.PathOf("new.ini")));
+    const std::string other = Folder.Store("new.ini.new0", "not mine\n");
+    EXPECT_TRUE(Document.WriteFileAtomically(Folder.PathOf("new.ini")));
     EXPECT_EQ(ContentOf(other), "not mine\n");
     EXPECT_EQ(FilesInFolder(), 2);
 }
@@ -119,7 +118,7 @@ TEST_F(AtomicWrite, LeavesFilesOfTheNameThatItWouldTakeAlone) {
 TEST_F(AtomicWrite, WritesAnEmptyDocument) {
     velINIStream empty;
     empty.Sections.emplace_back().Name = "VI_Global";
-    const std::string path = folder_.Store("old.ini", "old = 1\n");
+    const std::string path = Folder.Store("old.ini", "old = 1\n");
     EXPECT_TRUE(empty.WriteFileAtomically(path));
     EXPECT_EQ(ContentOf(path), "");
 }

@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"\\x00e4\\xd83d\\xde00 = [\n", "1:22 Start section tag within value tag!\n"},
         Wrong{"k = \\x005b\n", "1:5 Start section tag within value tag!\n"},
         Wrong{"k\\\n[ = 1\n", "2:1 Start section tag within key tag!\n"
-                               "2:3 Key end tag (\"=\" sign) was not found!\n"},
+                              "2:3 Key end tag (\"=\" sign) was not found!\n"},
         Wrong{"a = 1\nb = \\x12",
               "2:5 Read beyond end of file, and found invalid unicode escape sequence!\n"},
         Wrong{"a = 1\nb = \\xd800\\xzz\n",

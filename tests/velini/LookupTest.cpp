@@ -28,7 +28,7 @@ IniSection LongSection(std::size_t count) {
     return section;
 }
 
-/// Both lookups find what a walk over the entries finds.
+// Both lookups find what a walk over the entries finds.
 void ExpectFound(IniSection& section, const std::string& name) {
     const auto expected = static_cast<std::ptrdiff_t>(FirstOfName(section.Keys, name));
     const IniSection& constant = section;
@@ -186,7 +186,7 @@ TEST(Lookup, NumbersElementsThatWereRenamed) {
     EXPECT_THROW(array.SetElement({}, "v", false, false, {}), std::invalid_argument);
 }
 
-/// How many comparisons it takes to add so many names to a section and to find them again.
+// How many comparisons it takes to add so many names to a section and to find them again.
 std::size_t ComparisonsOf(const std::vector<std::string>& names) {
     std::size_t comparisons = 0;
     IniSection section;

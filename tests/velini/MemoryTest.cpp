@@ -28,7 +28,7 @@ TEST(ReadText, ReadsWhatAFileWouldHold) {
     EXPECT_EQ(document, Testing::ReadText(text).Document);
 }
 
-/// Long files are read in parts, which may show nowhere.
+// Long files are read in parts, which may show nowhere.
 TEST(ReadFile, ReadsALongFileAsReadTextDoes) {
     const TemporaryFolder folder;
     const std::string longLine = "long = " + std::string(1'500'000, 'x');

@@ -14,23 +14,21 @@ struct Record {
 
 class NameIndexTest : public ::testing::Test {
 protected:
-    std::size_t Locate(const std::string& name) {
-        return index_.Locate(records_, name, comparisons_);
-    }
+    std::size_t Locate(const std::string& name) { return Index.Locate(Records, name, Comparisons); }
 
-    /// Appends the name if it is new; returns its position.
+    // Appends the name if it is new; returns its position.
     std::size_t Add(const std::string& name) {
         const std::size_t position = Locate(name);
-        if (position == records_.size()) {
-            records_.push_back({name});
-            index_.Appended(records_);
+        if (position == Records.size()) {
+            Records.push_back({name});
+            Index.Appended(Records);
         }
         return position;
     }
 
-    NameIndex index_;
-    std::vector<Record> records_;
-    std::size_t comparisons_ = 0;
+    NameIndex Index;
+    std::vector<Record> Records;
+    std::size_t Comparisons = 0;
 };
 
 TEST_F(NameIndexTest, FindsEveryNameWhereItStands) {
@@ -47,7 +45,7 @@ TEST_F(NameIndexTest, FindsEveryNameWhereItStands) {
 
 TEST_F(NameIndexTest, TakesOverAListThatIsThere) {
     for (int i = 0; i < 100; ++i) {
-        records_.push_back({std::to_string(i % 50)});
+        Records.push_back({std::to_string(i % 50)});
     }
     EXPECT_EQ(Locate("0"), 0U);
     EXPECT_EQ(Locate("49"), 49U) << "the first of that name";
@@ -59,7 +57,7 @@ TEST_F(NameIndexTest, TellsApartNamesOfAllBytes) {
     EXPECT_EQ(Add(std::string(1, '\0')), 1U);
     EXPECT_EQ(Add(std::string(2, '\0')), 2U);
     for (int byte = 1; byte < 256; ++byte) {
-        const std::size_t end = records_.size();
+        const std::size_t end = Records.size();
         EXPECT_EQ(Add(std::string(1, static_cast<char>(byte))), end);
     }
     EXPECT_EQ(Locate(""), 0U);
@@ -71,12 +69,12 @@ TEST_F(NameIndexTest, ComparesFewNamesHoweverLongTheListIs) {
     for (std::size_t i = 0; i < Count; ++i) {
         Add("name" + std::to_string(i));
     }
-    EXPECT_LT(comparisons_, Count / 10) << "new names are hardly ever compared";
-    comparisons_ = 0;
+    EXPECT_LT(Comparisons, Count / 10) << "new names are hardly ever compared";
+    Comparisons = 0;
     for (std::size_t i = 0; i < Count; ++i) {
         ASSERT_EQ(Locate("name" + std::to_string(i)), i);
     }
-    EXPECT_LT(comparisons_, Count + Count / 10) << "and old ones with little but themselves";
+    EXPECT_LT(Comparisons, Count + Count / 10) << "and old ones with little but themselves";
 }
 
 } // namespace

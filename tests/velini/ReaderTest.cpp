@@ -40,7 +40,7 @@ std::string MarkMessage(const std::string& name) {
            "file gets saved and the BOM was not specified!\n";
 }
 
-/// The text of what reading raises.
+// The text of what reading raises.
 template <class Error>
 std::string RaisedBy(std::string_view content) {
     try {

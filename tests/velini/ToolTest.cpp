@@ -16,22 +16,22 @@ using Testing::ContentOf;
 class Program : public ::testing::Test {
 protected:
     ExitStatus Run(const std::vector<std::string>& arguments) {
-        out_.str("");
-        errors_.str("");
+        OutStream.str("");
+        ErrorStream.str("");
         const Testing::PrintedText printed;
-        const ExitStatus status = velINI::Tool::Run(arguments, out_, errors_);
+        const ExitStatus status = velINI::Tool::Run(arguments, OutStream, ErrorStream);
         EXPECT_EQ(printed.Text(), "");
         return status;
     }
 
-    std::string Out() const { return out_.str(); }
-    std::string Errors() const { return errors_.str(); }
+    std::string Out() const { return OutStream.str(); }
+    std::string Errors() const { return ErrorStream.str(); }
 
-    Testing::TemporaryFolder folder_;
+    Testing::TemporaryFolder Folder;
 
 private:
-    std::ostringstream out_;
-    std::ostringstream errors_;
+    std::ostringstream OutStream;
+    std::ostringstream ErrorStream;
 };
 
 constexpr std::string_view Sample = "; Settings\n"
@@ -44,31 +44,31 @@ constexpr std::string_view Sample = "; Settings\n"
                                     "width = 10\n";
 
 TEST_F(Program, ChecksFilesAndTellsThePlaceOfEachOddity) {
-    const std::string good = folder_.Store("good.ini", Sample);
+    const std::string good = Folder.Store("good.ini", Sample);
     EXPECT_EQ(Run({"check", good}), ExitStatus::Good);
     EXPECT_EQ(Out() + Errors(), "");
-    const std::string bad = folder_.Store("bad.ini", "a = two words\na = 1\nb = [\n");
-    EXPECT_EQ(Run({"check", good, bad, folder_.PathOf("missing.ini")}), ExitStatus::Negative);
+    const std::string bad = Folder.Store("bad.ini", "a = two words\na = 1\nb = [\n");
+    EXPECT_EQ(Run({"check", good, bad, Folder.PathOf("missing.ini")}), ExitStatus::Negative);
     EXPECT_EQ(Out(), bad + ":1:4: odd: Spaces outside of quotes are dropped.\n" + bad +
                          ":2:1: odd: The section has this key before; what stands here counts.\n" +
                          bad + ":3:5: error: Start section tag within value tag!\n" +
-                         folder_.PathOf("missing.ini") + ": error: Unable to open INI file: " +
-                         folder_.PathOf("missing.ini") + "\n");
+                         Folder.PathOf("missing.ini") + ": error: Unable to open INI file: " +
+                         Folder.PathOf("missing.ini") + "\n");
 }
 
 TEST_F(Program, GetsAValueOrTheDefault) {
-    const std::string file = folder_.Store("file.ini", Sample);
+    const std::string file = Folder.Store("file.ini", Sample);
     EXPECT_EQ(Run({"get", file, "Menu", "title"}), ExitStatus::Good);
     EXPECT_EQ(Out(), "A title\n");
     EXPECT_EQ(Run({"get", file, "Menu", "missing"}), ExitStatus::Negative);
     EXPECT_EQ(Out(), "");
     EXPECT_EQ(Run({"get", file, "Menu", "missing", "7"}), ExitStatus::Good);
     EXPECT_EQ(Out(), "7\n");
-    EXPECT_EQ(Run({"get", folder_.PathOf("missing.ini"), "a", "b"}), ExitStatus::Failed);
+    EXPECT_EQ(Run({"get", Folder.PathOf("missing.ini"), "a", "b"}), ExitStatus::Failed);
 }
 
 TEST_F(Program, SetsAKeyAndKeepsTheRest) {
-    const std::string file = folder_.Store("file.ini", Sample);
+    const std::string file = Folder.Store("file.ini", Sample);
     EXPECT_EQ(Run({"set", file, "Menu", "width", "two words"}), ExitStatus::Good);
     EXPECT_EQ(Errors(), "");
     EXPECT_EQ(ContentOf(file), "; Settings\n"
@@ -82,14 +82,14 @@ TEST_F(Program, SetsAKeyAndKeepsTheRest) {
 }
 
 TEST_F(Program, SetMakesAFileThatIsMissing) {
-    const std::string file = folder_.PathOf("new.ini");
+    const std::string file = Folder.PathOf("new.ini");
     EXPECT_EQ(Run({"set", file, "S", "k", "v"}), ExitStatus::Good);
     EXPECT_EQ(ContentOf(file), "[S]\r\nk=v");
 }
 
 TEST_F(Program, SetLeavesAFileAloneThatItCouldNotKeep) {
     for (const std::string text : {"kept = 1\nbad = [\nlost = 1\n", "k = 1 ; say \"x\"\n"}) {
-        const std::string file = folder_.Store("file.ini", text);
+        const std::string file = Folder.Store("file.ini", text);
         EXPECT_EQ(Run({"set", file, "S", "k", "v"}), ExitStatus::Failed);
         EXPECT_NE(Errors(), "");
         EXPECT_EQ(ContentOf(file), text);
@@ -97,7 +97,7 @@ TEST_F(Program, SetLeavesAFileAloneThatItCouldNotKeep) {
 }
 
 TEST_F(Program, ListsKeysAndElements) {
-    const std::string file = folder_.Store("file.ini", "a = 1\n" + std::string(Sample));
+    const std::string file = Folder.Store("file.ini", "a = 1\n" + std::string(Sample));
     EXPECT_EQ(Run({"list", file}), ExitStatus::Good);
     EXPECT_EQ(Out(), "VI_Global\ta\t1\n"
                      "Menu\ttitle\tA title\n"
@@ -111,8 +111,8 @@ TEST_F(Program, ListsKeysAndElements) {
 
 TEST_F(Program, NormalisesToTheSameEachTime) {
     const std::string file =
-        folder_.Store("file.ini", "a:1\n[ S ]\nlist[4] = 'x y'\nlist[9] = z\nk = \"\xC3\xA4\"\n");
-    const std::string once = folder_.PathOf("once.ini");
+        Folder.Store("file.ini", "a:1\n[ S ]\nlist[4] = 'x y'\nlist[9] = z\nk = \"\xC3\xA4\"\n");
+    const std::string once = Folder.PathOf("once.ini");
     EXPECT_EQ(Run({"normalise", file, once}), ExitStatus::Good);
     EXPECT_EQ(ContentOf(once), "a=1\n[S]\nlist[4]=\"x y\"\nlist[9]=z\nk=\"\\x00e4\"");
     EXPECT_EQ(Run({"normalise", once}), ExitStatus::Good);

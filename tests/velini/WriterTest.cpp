@@ -28,7 +28,7 @@ IniKey& AddKey(IniSection& section, KeyKind kind, const std::string& name,
     return key;
 }
 
-/// A document with one section, for tests of its entries.
+// A document with one section, for tests of its entries.
 velINIStream MakeDocument(const std::string& sectionName = "S") {
     velINIStream document;
     document.Sections.emplace_back().Name = sectionName;

@@ -23,26 +23,26 @@ constexpr std::string_view Usage =
     "The section in front of the first header is VI_Global. Status: 0 when all is well, 1 when\n"
     "something is wrong or there is no such key, 2 when a file cannot be read or written.\n";
 
-/// The library prints what it has to say of a file; here that is told once, with its place.
+// The library prints what it has to say of a file; here that is told once, with its place.
 class SilencedOutput {
 public:
-    SilencedOutput() : buffer_(std::cout.rdbuf(nullptr)) {}
+    SilencedOutput() : Buffer(std::cout.rdbuf(nullptr)) {}
     SilencedOutput(const SilencedOutput&) = delete;
     SilencedOutput& operator=(const SilencedOutput&) = delete;
     ~SilencedOutput() {
-        std::cout.rdbuf(buffer_);
+        std::cout.rdbuf(Buffer);
         std::cout.clear();
     }
 
 private:
-    std::streambuf* buffer_;
+    std::streambuf* Buffer;
 };
 
 std::filesystem::path PathOf(const std::string& name) {
     return std::u8string(name.begin(), name.end());
 }
 
-/// Reads a file and tells what is wrong with it. False when it could not be read to its end.
+// Reads a file and tells what is wrong with it. False when it could not be read to its end.
 bool Read(const std::string& file, velINIStream& document, std::ostream& errors) {
     bool isRead = false;
     {
@@ -61,7 +61,7 @@ bool Read(const std::string& file, velINIStream& document, std::ostream& errors)
     return isRead;
 }
 
-/// The line end that the file has, in the first place that has one.
+// The line end that the file has, in the first place that has one.
 std::string NewLineOf(const std::string& file) {
     std::ifstream stream(PathOf(file), std::ios::binary);
     std::string line;
@@ -73,7 +73,7 @@ bool NeedsQuotes(std::string_view value) {
     return value.find_first_of(" []\"'\\;#") != std::string_view::npos;
 }
 
-/// Gives the entries the marks with which the writer puts down what the reader found.
+// Gives the entries the marks with which the writer puts down what the reader found.
 void Preserve(velINIStream& document) {
     for (IniSection& section : document) {
         for (IniKey& entry : section.Keys) {
@@ -88,7 +88,7 @@ void Preserve(velINIStream& document) {
     }
 }
 
-/// The text of the document; nothing when reading it would not give the same document again.
+// The text of the document; nothing when reading it would not give the same document again.
 std::optional<std::string> FaithfulText(const velINIStream& document, bool spacing) {
     const std::string text = document.WriteText(spacing);
     velINIStream again;

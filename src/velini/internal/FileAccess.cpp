@@ -15,7 +15,7 @@ namespace velINI::Internal {
 #ifdef _WIN32
 namespace {
 
-/// Empty for a path that is not UTF-8, which no file has.
+// Empty for a path that is not UTF-8, which no file has.
 std::wstring Utf8PathToWide(const std::string& path) {
     if (path.size() > INT_MAX) {
         return {};

@@ -23,17 +23,17 @@ constexpr ByteSet LeadingBlanks = MakeByteSet(" \t\r\n");
 constexpr ByteSet Separators = MakeByteSet("=:");
 constexpr ByteSet CommentSigns = MakeByteSet(";#");
 
-/// What a key's name is not simply made of.
+// What a key's name is not simply made of.
 constexpr ByteSet TagStops = MakeByteSet(" [];#");
 
-/// The characters of a value that are not simply kept, outside and inside of a string. A value ends
-/// at the newline at the latest.
+// The characters of a value that are not simply kept, outside and inside of a string. A value ends
+// at the newline at the latest.
 constexpr ByteSet BareStops = MakeByteSet(" []\"';#\n");
 constexpr ByteSet StringStops = MakeByteSet("\"'\\\n");
 
 bool Contains(const ByteSet& set, char c) { return set[static_cast<unsigned char>(c)]; }
 
-/// The first position from `position` on whose byte is in the set, the size when there is none.
+// The first position from `position` on whose byte is in the set, the size when there is none.
 std::size_t FindIn(const ByteSet& set, std::string_view text, std::size_t position) {
     while (position < text.size() && !Contains(set, text[position])) {
         ++position;
@@ -62,11 +62,11 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
 
 bool IsHeader(std::string_view line) { return WithoutLeadingBlanks(line).starts_with('['); }
 
-/// What stands in front of the first newline.
+// What stands in front of the first newline.
 std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
-/// Counts the lines without a bracket up to the next header; adds how much of the text that took to
-/// `bytes`. True when there is a header.
+// Counts the lines without a bracket up to the next header; adds how much of the text that took to
+// `bytes`. True when there is a header.
 bool CountEntries(std::string_view text, std::size_t& entries, std::size_t& bytes) {
     NextOccurrence bracket(text, '[');
     std::size_t begin = 0;
@@ -88,18 +88,18 @@ bool CountEntries(std::string_view text, std::size_t& entries, std::size_t& byte
 
 LineParser::LineParser(velINIStream& document, std::vector<Diagnostic>& diagnostics,
                        bool withOddities)
-    : document_(document), diagnostics_(diagnostics), withOddities_(withOddities) {}
+    : Document(document), Diagnostics(diagnostics), WithOddities(withOddities) {}
 
 void LineParser::Parse(LineReader& lines, std::span<const std::string_view> ahead) {
-    lines_ = &lines;
-    ahead_ = ahead;
-    while (error_.empty() && lines.Next()) {
+    Lines = &lines;
+    Ahead = ahead;
+    while (Errors.empty() && lines.Next()) {
         ParseLine(WithoutLeadingBlanks(lines.Line()));
     }
 }
 
 void LineParser::Finish() {
-    lines_ = nullptr;
+    Lines = nullptr;
     CurrentSection();
     ReleaseReserves();
 }
@@ -119,8 +119,8 @@ void LineParser::ParseLine(std::string_view line) {
 }
 
 void LineParser::ParseHeader(std::string_view line) {
-    sectionName_.clear();
-    section_.reset();
+    SectionName.clear();
+    Section.reset();
     bool open = true;
     bool textBehind = false;
     for (std::size_t i = 1; line[i] != '\n'; ++i) {
@@ -146,7 +146,7 @@ void LineParser::ParseHeader(std::string_view line) {
                            line.substr(i));
                 textBehind = true;
             }
-            sectionName_ += c;
+            SectionName += c;
         }
     }
     if (open) {
@@ -161,14 +161,14 @@ void LineParser::ParseKeyLine(std::string_view line) {
         return;
     }
     ParseTag(line.substr(0, separator), line[separator]);
-    if (!error_.empty()) {
+    if (!Errors.empty()) {
         return;
     }
     ParseContent(line.substr(separator + 1));
-    if (!error_.empty()) {
+    if (!Errors.empty()) {
         return;
     }
-    if (tag_.IsArray) {
+    if (Tag.IsArray) {
         StoreArrayElement();
     } else {
         StoreKey();
@@ -177,21 +177,21 @@ void LineParser::ParseKeyLine(std::string_view line) {
 
 void LineParser::ParseTag(std::string_view text, char separator) {
     const std::string_view trimmed = WithoutTrailingBlanks(text);
-    tag_.IsArray = trimmed.ends_with(']') && trimmed.find('[') != std::string_view::npos;
-    tag_.Index.clear();
-    tag_.ExplicitIndex = tag_.IsArray && !trimmed.ends_with("[]");
-    if (tag_.ExplicitIndex) {
-        tag_.Index = SplitTokens(trimmed, "[").at(1);
-        tag_.Index.pop_back();
+    Tag.IsArray = trimmed.ends_with(']') && trimmed.find('[') != std::string_view::npos;
+    Tag.Index.clear();
+    Tag.ExplicitIndex = Tag.IsArray && !trimmed.ends_with("[]");
+    if (Tag.ExplicitIndex) {
+        Tag.Index = SplitTokens(trimmed, "[").at(1);
+        Tag.Index.pop_back();
     }
 
-    tag_.Name.clear();
+    Tag.Name.clear();
     std::size_t i = 0;
     while (true) {
         const std::size_t run = i;
         i = FindIn(TagStops, text, i);
-        tag_.Name.append(text, run, i - run);
-        if (i == text.size() || (text[i] == '[' && tag_.IsArray)) {
+        Tag.Name.append(text, run, i - run);
+        if (i == text.size() || (text[i] == '[' && Tag.IsArray)) {
             break;
         }
         const char c = text[i];
@@ -199,8 +199,8 @@ void LineParser::ParseTag(std::string_view text, char separator) {
         if (c == ' ') {
             continue;
         }
-        if (c == ']' && tag_.IsArray) {
-            tag_.Name += c;
+        if (c == ']' && Tag.IsArray) {
+            Tag.Name += c;
             continue;
         }
         Fail(c == '['   ? "Start section tag within key tag!\n"
@@ -209,7 +209,7 @@ void LineParser::ParseTag(std::string_view text, char separator) {
              text.substr(i - 1));
         break;
     }
-    if (!error_.empty() || text.empty()) {
+    if (!Errors.empty() || text.empty()) {
         Fail(separator == '=' ? "Key end tag (\"=\" sign) was not found!\n"
                               : "Key end tag (\":\" sign) was not found!\n",
              text.substr(text.size()));
@@ -217,27 +217,27 @@ void LineParser::ParseTag(std::string_view text, char separator) {
 }
 
 void LineParser::ParseContent(std::string_view text) {
-    content_.Value.clear();
-    content_.Quoted = false;
-    content_.HasComment = false;
-    content_.Comment = {};
+    Content.Value.clear();
+    Content.Quoted = false;
+    Content.HasComment = false;
+    Content.Comment = {};
 
     std::size_t gap = 0; // behind the first space that was dropped behind something
     std::size_t i = 0;
     while (true) {
         const std::size_t run = i;
         i = FindIn(BareStops, text, i);
-        content_.Value.append(text, run, i - run);
+        Content.Value.append(text, run, i - run);
         const char c = text[i];
         ++i;
         switch (c) {
         case ' ':
-            gap = gap == 0 && !content_.Value.empty() ? content_.Value.size() : gap;
+            gap = gap == 0 && !Content.Value.empty() ? Content.Value.size() : gap;
             break;
         case '"':
         case '\'':
             i = ParseString(text, i);
-            if (!error_.empty()) {
+            if (!Errors.empty()) {
                 return;
             }
             break;
@@ -249,10 +249,10 @@ void LineParser::ParseContent(std::string_view text) {
             return;
         default:
             if (c != '\n') {
-                content_.HasComment = true;
-                content_.Comment = WithoutLeadingSpace(FirstLine(text.substr(i)));
+                Content.HasComment = true;
+                Content.Comment = WithoutLeadingSpace(FirstLine(text.substr(i)));
             }
-            if (gap != 0 && gap != content_.Value.size()) {
+            if (gap != 0 && gap != Content.Value.size()) {
                 NoteOddity("Spaces outside of quotes are dropped.", text);
             }
             return;
@@ -266,7 +266,7 @@ std::size_t LineParser::ParseString(std::string_view text, std::size_t i) {
     while (true) {
         const std::size_t run = i;
         i = FindIn(StringStops, text, i);
-        content_.Value.append(text, run, i - run);
+        Content.Value.append(text, run, i - run);
         keptSince = keptSince || i != run;
         const char c = text[i];
         ++i;
@@ -277,11 +277,11 @@ std::size_t LineParser::ParseString(std::string_view text, std::size_t i) {
             return i;
         }
         if (c == quote) {
-            content_.Quoted = true;
+            Content.Quoted = true;
             return i;
         }
         keptSince = c != '\\' || (text[i] != quote && text[i] != '\\');
-        content_.Value += keptSince ? c : text[i];
+        Content.Value += keptSince ? c : text[i];
         i += keptSince ? 0 : 1;
     }
 }
@@ -309,69 +309,69 @@ void LineParser::AddGenerated(IniSection& section, KeyKind kind, std::string_vie
 
 void LineParser::StoreKey() {
     IniSection& section = CurrentSection();
-    const std::size_t position = LocateKey(section, tag_.Name);
+    const std::size_t position = LocateKey(section, Tag.Name);
     if (position != section.Keys.size()) {
-        NoteOddity("The section has this key before; what stands here counts.", lines_->Line());
+        NoteOddity("The section has this key before; what stands here counts.", Lines->Line());
     }
-    StoreValue(section, position, tag_.Name, content_.Value, content_.Quoted)
-        .SetKeyComment(content_.Comment);
+    StoreValue(section, position, Tag.Name, Content.Value, Content.Quoted)
+        .SetKeyComment(Content.Comment);
 }
 
 void LineParser::StoreArrayElement() {
     IniSection& section = CurrentSection();
-    const std::size_t position = LocateKey(section, tag_.Name);
-    IniKey& array = ArrayAt(section, position, tag_.Name, tag_.ExplicitIndex);
+    const std::size_t position = LocateKey(section, Tag.Name);
+    IniKey& array = ArrayAt(section, position, Tag.Name, Tag.ExplicitIndex);
     if (array.Elements.empty()) {
         array.Elements.reserve(ExpectedElements());
-        arrays_.push_back({*section_, position});
+        Arrays.push_back({*Section, position});
     }
-    if (tag_.Index.empty()) {
-        tag_.Index = NextElement(array);
+    if (Tag.Index.empty()) {
+        Tag.Index = NextElement(array);
     }
-    StoreElement(
-        array, {tag_.Index, content_.Value, content_.Quoted, content_.HasComment, content_.Comment},
-        comparisons_);
+    StoreElement(array,
+                 {Tag.Index, Content.Value, Content.Quoted, Content.HasComment, Content.Comment},
+                 ComparisonCount);
 }
 
 IniSection& LineParser::CurrentSection() {
-    if (!section_) {
-        section_ = document_.SectionIndex.Locate(document_.Sections, sectionName_, comparisons_);
-        if (*section_ == document_.Sections.size()) {
-            IniSection& section = document_.Sections.emplace_back();
-            section.Name = sectionName_;
+    if (!Section) {
+        Section = Document.SectionIndex.Locate(Document.Sections, SectionName, ComparisonCount);
+        if (*Section == Document.Sections.size()) {
+            IniSection& section = Document.Sections.emplace_back();
+            section.Name = SectionName;
             section.Keys.reserve(ExpectedEntries());
-            document_.SectionIndex.Appended(document_.Sections);
+            Document.SectionIndex.Appended(Document.Sections);
         }
     }
-    return document_.Sections[*section_];
+    return Document.Sections[*Section];
 }
 
 std::size_t LineParser::LocateKey(IniSection& section, std::string_view name) {
-    return section.KeyIndex.Locate(section.Keys, name, comparisons_);
+    return section.KeyIndex.Locate(section.Keys, name, ComparisonCount);
 }
 
 std::size_t LineParser::ExpectedEntries() {
-    if (lines_ == nullptr || lines_->Start() < entriesAhead_) {
+    if (Lines == nullptr || Lines->Start() < EntriesAhead) {
         return 0;
     }
-    std::string_view text = lines_->Rest();
-    entriesAhead_ = lines_->Start();
+    std::string_view text = Lines->Rest();
+    EntriesAhead = Lines->Start();
     if (IsHeader(FirstLine(text))) {
         text.remove_prefix(std::min(FirstLine(text).size() + 1, text.size()));
     }
     std::size_t entries = 0;
-    bool isEnd = CountEntries(text, entries, entriesAhead_);
-    for (std::size_t part = 0; part < ahead_.size() && !isEnd; ++part) {
-        isEnd = CountEntries(ahead_[part], entries, entriesAhead_);
+    bool isEnd = CountEntries(text, entries, EntriesAhead);
+    for (std::size_t part = 0; part < Ahead.size() && !isEnd; ++part) {
+        isEnd = CountEntries(Ahead[part], entries, EntriesAhead);
     }
     return entries;
 }
 
 std::size_t LineParser::ExpectedElements() {
-    if (lines_->Start() < elementsAhead_) {
+    if (Lines->Start() < ElementsAhead) {
         return 0;
     }
-    std::string_view rest = lines_->Rest();
+    std::string_view rest = Lines->Rest();
     const std::string_view first = FirstLine(rest);
     const std::string_view begin = first.substr(0, first.find('[') + 1);
     std::size_t elements = 0;
@@ -379,26 +379,26 @@ std::size_t LineParser::ExpectedElements() {
         ++elements;
         rest.remove_prefix(std::min(FirstLine(rest).size() + 1, rest.size()));
     }
-    elementsAhead_ = lines_->Start() + (lines_->Rest().size() - rest.size());
+    ElementsAhead = Lines->Start() + (Lines->Rest().size() - rest.size());
     return elements;
 }
 
 void LineParser::Fail(std::string_view message, std::string_view where) {
-    error_ += message;
+    Errors += message;
     message.remove_suffix(1);
     Note(Severity::Error, message, where);
 }
 
 void LineParser::NoteOddity(std::string_view message, std::string_view where) {
-    if (withOddities_) {
+    if (WithOddities) {
         Note(Severity::Oddity, message, where);
     }
 }
 
 void LineParser::Note(Severity kind, std::string_view message, std::string_view where) {
-    const auto offset = static_cast<std::size_t>(where.data() - lines_->Line().data());
-    const TextPosition position = lines_->PositionOf(offset);
-    diagnostics_.push_back({kind, position.Line, position.Column, std::string(message)});
+    const auto offset = static_cast<std::size_t>(where.data() - Lines->Line().data());
+    const TextPosition position = Lines->PositionOf(offset);
+    Diagnostics.push_back({kind, position.Line, position.Column, std::string(message)});
 }
 
 void LineParser::ReleaseReserves() {
@@ -408,14 +408,14 @@ void LineParser::ReleaseReserves() {
             index.Refresh(list);
         }
     };
-    for (const ArrayPlace& place : arrays_) {
-        IniKey& array = document_.Sections[place.Section].Keys[place.Position];
+    for (const ArrayPlace& place : Arrays) {
+        IniKey& array = Document.Sections[place.Section].Keys[place.Position];
         release(array.Elements.List(), array.Elements.Index());
     }
-    for (IniSection& section : document_.Sections) {
+    for (IniSection& section : Document.Sections) {
         release(section.Keys, section.KeyIndex);
     }
-    release(document_.Sections, document_.SectionIndex);
+    release(Document.Sections, Document.SectionIndex);
 }
 
 } // namespace velINI::Internal

@@ -32,33 +32,17 @@ public:
     void Finish();
 
     /// All that is wrong with the line that ended the parse, each message with a newline behind it.
-    const std::string& Error() const { return error_; }
+    const std::string& Error() const { return Errors; }
 
     /// How many pairs of names were compared: the measure by which the tests see that reading grows
     /// linearly.
-    std::size_t Comparisons() const { return comparisons_; }
+    std::size_t Comparisons() const { return ComparisonCount; }
 
 private:
     /// An array by the positions of its section and its entry.
     struct ArrayPlace {
         std::size_t Section = 0;
         std::size_t Position = 0;
-    };
-
-    /// The part of a key line in front of the separator.
-    struct Tag {
-        std::string Name;
-        bool IsArray = false;
-        bool ExplicitIndex = false;
-        std::string Index;
-    };
-
-    /// The part behind it.
-    struct Content {
-        std::string Value;
-        bool Quoted = false;
-        bool HasComment = false;
-        std::string_view Comment;
     };
 
     void ParseLine(std::string_view line);
@@ -102,25 +86,39 @@ private:
     void NoteOddity(std::string_view message, std::string_view where);
     void Note(Severity kind, std::string_view message, std::string_view where);
 
-    velINIStream& document_;
-    LineReader* lines_ = nullptr; // of the part at hand
-    std::span<const std::string_view> ahead_;
-    std::vector<Diagnostic>& diagnostics_;
-    bool withOddities_;
+    velINIStream& Document;
+    LineReader* Lines = nullptr; // of the part at hand
+    std::span<const std::string_view> Ahead;
+    std::vector<Diagnostic>& Diagnostics;
+    bool WithOddities;
 
-    std::string sectionName_{GlobalSection};
-    std::optional<std::size_t> section_; // where it stands, once that was asked
-    std::string error_;
+    std::string SectionName{GlobalSection};
+    std::optional<std::size_t> Section; // where it stands, once that was asked
+    std::string Errors;
 
-    std::vector<ArrayPlace> arrays_; // that got their first element
-    std::size_t entriesAhead_ = 0;   // how far the text was looked at for entries to expect
-    std::size_t elementsAhead_ = 0;  // and for elements
+    std::vector<ArrayPlace> Arrays; // that got their first element
+    std::size_t EntriesAhead = 0;   // how far the text was looked at for entries to expect
+    std::size_t ElementsAhead = 0;  // and for elements
 
-    std::size_t comparisons_ = 0;
+    std::size_t ComparisonCount = 0;
 
     // Of the line at hand. They are members so that their memory serves for all lines.
-    Tag tag_;
-    Content content_;
+
+    /// The part of a key line in front of the separator.
+    struct {
+        std::string Name;
+        bool IsArray = false;
+        bool ExplicitIndex = false;
+        std::string Index;
+    } Tag;
+
+    /// The part behind it.
+    struct {
+        std::string Value;
+        bool Quoted = false;
+        bool HasComment = false;
+        std::string_view Comment;
+    } Content;
 };
 
 } // namespace velINI::Internal

@@ -15,7 +15,7 @@ constexpr char32_t LastLowSurrogate = 0xDFFF;
 
 constexpr std::size_t EscapeDigits = 4;
 
-/// The value of a hexadecimal digit, -1 for anything else.
+// The value of a hexadecimal digit, -1 for anything else.
 int DigitValue(char c) {
     if (c >= '0' && c <= '9') {
         return c - '0';
@@ -26,7 +26,7 @@ int DigitValue(char c) {
     return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-/// What four digits were read as, or where the first byte stands that is not a digit.
+// What four digits were read as, or where the first byte stands that is not a digit.
 struct Digits {
     char32_t Unit = 0;
     std::size_t Count = 0;
@@ -51,47 +51,46 @@ Digits ReadDigits(std::string_view text) {
 } // namespace
 
 LineReader::LineReader(std::string_view text, std::size_t offset, std::size_t line)
-    : text_(text),
-      offset_(offset),
-      firstLine_(line),
-      lineFeed_(text, '\n'),
-      carriageReturn_(text, '\r'),
-      backslash_(text, '\\'),
-      countedPosition_{line, 1},
-      linePosition_{line, 1} {}
+    : Text(text),
+      Offset(offset),
+      FirstLine(line),
+      LineFeed(text, '\n'),
+      CarriageReturn(text, '\r'),
+      Backslash(text, '\\'),
+      CountedPosition{line, 1},
+      LinePosition{line, 1} {}
 
 bool LineReader::Next() {
-    start_ = position_;
-    const std::size_t end = lineFeed_.From(position_);
-    if (end < text_.size() && end < carriageReturn_.From(position_) &&
-        end < backslash_.From(position_)) {
-        position_ = end + 1;
-        line_ = text_.substr(start_, position_ - start_);
+    LineStart = Position;
+    const std::size_t end = LineFeed.From(Position);
+    if (end < Text.size() && end < CarriageReturn.From(Position) &&
+        end < Backslash.From(Position)) {
+        Position = end + 1;
+        CurrentLine = Text.substr(LineStart, Position - LineStart);
         return true;
     }
-    decoded_.clear();
+    Decoded.clear();
     for (bool ended = false; !ended;) {
-        const std::size_t special =
-            std::min({lineFeed_.From(position_), carriageReturn_.From(position_),
-                      backslash_.From(position_)});
-        decoded_.append(text_, position_, special - position_);
-        position_ = special;
-        if (position_ == text_.size()) {
-            if (decoded_.empty()) {
+        const std::size_t special = std::min(
+            {LineFeed.From(Position), CarriageReturn.From(Position), Backslash.From(Position)});
+        Decoded.append(Text, Position, special - Position);
+        Position = special;
+        if (Position == Text.size()) {
+            if (Decoded.empty()) {
                 return false;
             }
-            decoded_ += '\n';
+            Decoded += '\n';
             break;
         }
-        ended = DecodeSpecial(position_, decoded_);
+        ended = DecodeSpecial(Position, Decoded);
     }
-    line_ = decoded_;
+    CurrentLine = Decoded;
     return true;
 }
 
 bool LineReader::DecodeSpecial(std::size_t& position, std::string& out) const {
-    const bool isLast = position + 1 == text_.size();
-    const char c = text_[position];
+    const bool isLast = position + 1 == Text.size();
+    const char c = Text[position];
     if (c == '\n' || (c == '\r' && !isLast)) {
         out += '\n';
         position += c == '\n' ? 1 : 2;
@@ -99,26 +98,26 @@ bool LineReader::DecodeSpecial(std::size_t& position, std::string& out) const {
     }
     if (isLast) {
         ++position;
-    } else if (text_[position + 1] == 'x') {
+    } else if (Text[position + 1] == 'x') {
         DecodeEscape(position, out);
     } else {
-        out.append(text_, position, 2);
+        out.append(Text, position, 2);
         position += 2;
     }
     return false;
 }
 
 void LineReader::DecodeEscape(std::size_t& position, std::string& out) const {
-    const Digits first = ReadDigits(text_.substr(position + 2));
+    const Digits first = ReadDigits(Text.substr(position + 2));
     if (first.Count < EscapeDigits) {
-        out.append(text_, position + 1, 1 + first.Count);
+        out.append(Text, position + 1, 1 + first.Count);
         position += 2 + first.Count;
         return;
     }
     char32_t codePoint = first.Unit;
     std::size_t end = position + 2 + EscapeDigits;
     if (EscapeStartsAt(end)) {
-        const Digits second = ReadDigits(text_.substr(end + 2));
+        const Digits second = ReadDigits(Text.substr(end + 2));
         if (second.Count < EscapeDigits) {
             throw std::runtime_error("Invalid code point for UTF-16 low surrogate pair!");
         }
@@ -136,20 +135,20 @@ void LineReader::DecodeEscape(std::size_t& position, std::string& out) const {
 }
 
 TextPosition LineReader::PositionOf(std::size_t offset) {
-    if (lineCounted_ != start_) {
-        linePosition_ = PositionInText(start_);
-        lineCounted_ = start_;
+    if (LineCounted != LineStart) {
+        LinePosition = PositionInText(LineStart);
+        LineCounted = LineStart;
     }
-    std::size_t position = start_;
+    std::size_t position = LineStart;
     std::string decoded;
     while (true) {
-        const std::size_t special = std::min(text_.find_first_of("\n\r\\", position), text_.size());
+        const std::size_t special = std::min(Text.find_first_of("\n\r\\", position), Text.size());
         if (offset < decoded.size() + (special - position)) {
             return PositionInText(position + (offset - decoded.size()));
         }
-        decoded.append(text_, position, special - position);
+        decoded.append(Text, position, special - position);
         std::size_t next = special;
-        if (special == text_.size() || DecodeSpecial(next, decoded) || offset < decoded.size()) {
+        if (special == Text.size() || DecodeSpecial(next, decoded) || offset < decoded.size()) {
             return PositionInText(special);
         }
         position = next;
@@ -157,27 +156,27 @@ TextPosition LineReader::PositionOf(std::size_t offset) {
 }
 
 std::size_t LineReader::LineBehind() {
-    if (text_.find('\r') != std::string_view::npos) {
-        return PositionInText(text_.size()).Line;
+    if (Text.find('\r') != std::string_view::npos) {
+        return PositionInText(Text.size()).Line;
     }
-    return firstLine_ + static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n'));
+    return FirstLine + static_cast<std::size_t>(std::count(Text.begin(), Text.end(), '\n'));
 }
 
 TextPosition LineReader::PositionInText(std::size_t position) {
-    if (position < counted_) {
-        const bool isBehindLine = lineCounted_ <= position;
-        counted_ = isBehindLine ? lineCounted_ : 0;
-        countedPosition_ = isBehindLine ? linePosition_ : TextPosition{firstLine_, 1};
+    if (position < Counted) {
+        const bool isBehindLine = LineCounted <= position;
+        Counted = isBehindLine ? LineCounted : 0;
+        CountedPosition = isBehindLine ? LinePosition : TextPosition{FirstLine, 1};
     }
-    for (; counted_ < position; ++counted_) {
-        const char c = text_[counted_];
-        if (c == '\n' || (c == '\r' && text_.substr(counted_ + 1, 1) != "\n")) {
-            countedPosition_ = {countedPosition_.Line + 1, 1};
+    for (; Counted < position; ++Counted) {
+        const char c = Text[Counted];
+        if (c == '\n' || (c == '\r' && Text.substr(Counted + 1, 1) != "\n")) {
+            CountedPosition = {CountedPosition.Line + 1, 1};
         } else if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) {
-            ++countedPosition_.Column;
+            ++CountedPosition.Column;
         }
     }
-    return countedPosition_;
+    return CountedPosition;
 }
 
 } // namespace velINI::Internal

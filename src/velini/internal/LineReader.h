@@ -13,21 +13,21 @@ namespace velINI::Internal {
 class NextOccurrence {
 public:
     NextOccurrence(std::string_view text, char wanted)
-        : text_(text), wanted_(wanted), found_(text.find(wanted)) {}
+        : Text(text), Wanted(wanted), Found(text.find(wanted)) {}
 
     /// The first one at `position` or behind it; the size of the text when there is none. Positions
     /// must not go back.
     std::size_t From(std::size_t position) {
-        if (found_ < position) {
-            found_ = text_.find(wanted_, position);
+        if (Found < position) {
+            Found = Text.find(Wanted, position);
         }
-        return found_ < text_.size() ? found_ : text_.size();
+        return Found < Text.size() ? Found : Text.size();
     }
 
 private:
-    std::string_view text_;
-    char wanted_;
-    std::size_t found_;
+    std::string_view Text;
+    char Wanted;
+    std::size_t Found;
 };
 
 /// Where something stands in a text, as editors count: both from 1, columns in characters.
@@ -61,13 +61,13 @@ public:
     bool Next();
 
     /// The line at hand, decoded. Good until the next move.
-    std::string_view Line() const { return line_; }
+    std::string_view Line() const { return CurrentLine; }
 
     /// The line at hand as it stands in the text, and all that is behind it.
-    std::string_view Rest() const { return text_.substr(start_); }
+    std::string_view Rest() const { return Text.substr(LineStart); }
 
     /// Where the line at hand begins in the file.
-    std::size_t Start() const { return offset_ + start_; }
+    std::size_t Start() const { return Offset + LineStart; }
 
     /// The number that the line behind the text has.
     std::size_t LineBehind();
@@ -76,7 +76,7 @@ public:
     TextPosition PositionOf(std::size_t offset);
 
     /// Where the escape stands that Next raised an error for.
-    TextPosition ErrorPosition() { return PositionInText(position_); }
+    TextPosition ErrorPosition() { return PositionInText(Position); }
 
 private:
     /// Appends what the bytes at `position` mean, a line end at the most, and moves behind them.
@@ -84,25 +84,25 @@ private:
     bool DecodeSpecial(std::size_t& position, std::string& out) const;
     void DecodeEscape(std::size_t& position, std::string& out) const;
 
-    bool EscapeStartsAt(std::size_t position) const { return text_.substr(position, 2) == "\\x"; }
+    bool EscapeStartsAt(std::size_t position) const { return Text.substr(position, 2) == "\\x"; }
 
     TextPosition PositionInText(std::size_t position);
 
-    std::string_view text_;
-    std::size_t offset_;
-    std::size_t firstLine_;
-    NextOccurrence lineFeed_;
-    NextOccurrence carriageReturn_;
-    NextOccurrence backslash_;
-    std::size_t start_ = 0;    // of the line at hand
-    std::size_t position_ = 0; // of what is not read yet
-    std::string_view line_;
-    std::string decoded_; // the line at hand, unless it stands in the text just so
+    std::string_view Text;
+    std::size_t Offset;
+    std::size_t FirstLine;
+    NextOccurrence LineFeed;
+    NextOccurrence CarriageReturn;
+    NextOccurrence Backslash;
+    std::size_t LineStart = 0; // of the line at hand
+    std::size_t Position = 0;  // of what is not read yet
+    std::string_view CurrentLine;
+    std::string Decoded; // the line at hand, unless it stands in the text just so
 
-    std::size_t counted_ = 0; // how far the text was counted for a position, to go on from there
-    TextPosition countedPosition_;
-    std::size_t lineCounted_ = 0; // the last line that a position was asked for in
-    TextPosition linePosition_;
+    std::size_t Counted = 0; // how far the text was counted for a position, to go on from there
+    TextPosition CountedPosition;
+    std::size_t LineCounted = 0; // the last line that a position was asked for in
+    TextPosition LinePosition;
 };
 
 } // namespace velINI::Internal

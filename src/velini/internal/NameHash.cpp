@@ -32,41 +32,41 @@ HashKey DrawKey() {
 class SipState {
 public:
     explicit SipState(const HashKey& key)
-        : v_{key.First ^ 0x736F6D6570736575, key.Second ^ 0x646F72616E646F6D,
-             key.First ^ 0x6C7967656E657261, key.Second ^ 0x7465646279746573} {}
+        : V{key.First ^ 0x736F6D6570736575, key.Second ^ 0x646F72616E646F6D,
+            key.First ^ 0x6C7967656E657261, key.Second ^ 0x7465646279746573} {}
 
     void Absorb(std::uint64_t word) {
-        v_[3] ^= word;
+        V[3] ^= word;
         Round();
-        v_[0] ^= word;
+        V[0] ^= word;
     }
 
     std::uint64_t Finish() {
-        v_[2] ^= 0xFF;
+        V[2] ^= 0xFF;
         for (int round = 0; round < 3; ++round) {
             Round();
         }
-        return v_[0] ^ v_[1] ^ v_[2] ^ v_[3];
+        return V[0] ^ V[1] ^ V[2] ^ V[3];
     }
 
 private:
     void Round() {
-        v_[0] += v_[1];
-        v_[1] = std::rotl(v_[1], 13) ^ v_[0];
-        v_[0] = std::rotl(v_[0], 32);
-        v_[2] += v_[3];
-        v_[3] = std::rotl(v_[3], 16) ^ v_[2];
-        v_[0] += v_[3];
-        v_[3] = std::rotl(v_[3], 21) ^ v_[0];
-        v_[2] += v_[1];
-        v_[1] = std::rotl(v_[1], 17) ^ v_[2];
-        v_[2] = std::rotl(v_[2], 32);
+        V[0] += V[1];
+        V[1] = std::rotl(V[1], 13) ^ V[0];
+        V[0] = std::rotl(V[0], 32);
+        V[2] += V[3];
+        V[3] = std::rotl(V[3], 16) ^ V[2];
+        V[0] += V[3];
+        V[3] = std::rotl(V[3], 21) ^ V[0];
+        V[2] += V[1];
+        V[1] = std::rotl(V[1], 17) ^ V[2];
+        V[2] = std::rotl(V[2], 32);
     }
 
-    std::array<std::uint64_t, 4> v_;
+    std::array<std::uint64_t, 4> V;
 };
 
-/// Up to eight bytes, in the order of the machine: the hash does not leave the process.
+// Up to eight bytes, in the order of the machine: the hash does not leave the process.
 std::uint64_t WordOf(const char* bytes, std::size_t count) {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes, count);

@@ -8,12 +8,12 @@
 
 namespace velINI {
 
-std::ostream& operator<<(std::ostream& out, const IniName& name) { return out << name.text_; }
+std::ostream& operator<<(std::ostream& out, const IniName& name) { return out << name.Characters; }
 
 namespace Internal {
 namespace {
 
-/// The watches that no index uses. They are never freed, as names may tell of changes at any time.
+// The watches that no index uses. They are never freed, as names may tell of changes at any time.
 struct FreeWatches {
     std::mutex Mutex;
     NameWatch* First = nullptr;
@@ -47,28 +47,28 @@ void GiveBack(NameWatch* watch) {
 
 NameIndex& NameIndex::operator=(const NameIndex& other) noexcept {
     if (this != &other) {
-        table_.reset();
+        Table.reset();
     }
     return *this;
 }
 
-NameIndex::Table::Table() : Watch(TakeWatch()) {}
+NameIndex::HashTable::HashTable() : Watch(TakeWatch()) {}
 
-NameIndex::Table::~Table() { GiveBack(Watch); }
+NameIndex::HashTable::~HashTable() { GiveBack(Watch); }
 
 std::uint64_t NameIndex::HashOf(std::string_view name) { return NameHash(name); }
 
 void NameIndex::Restart(const void* records, std::size_t room) {
-    if (table_ == nullptr) {
-        table_ = std::make_unique<Table>();
+    if (Table == nullptr) {
+        Table = std::make_unique<HashTable>();
     }
     const std::size_t slots = std::bit_ceil(2 * room + 1);
-    table_->Known = 0;
-    table_->Numbers = {};
-    table_->Tags.assign(slots, FreeTag);
-    table_->Positions.resize(slots);
-    table_->Records = records;
-    table_->Watch->Changed.store(false, std::memory_order_relaxed);
+    Table->Known = 0;
+    Table->Numbers = {};
+    Table->Tags.assign(slots, FreeTag);
+    Table->Positions.resize(slots);
+    Table->Records = records;
+    Table->Watch->Changed.store(false, std::memory_order_relaxed);
 }
 
 } // namespace Internal

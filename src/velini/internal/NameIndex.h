@@ -48,9 +48,9 @@ public:
         if (records.size() < LongestWalk || !Update(records, comparisons)) {
             return Walk(records, name, 0, comparisons);
         }
-        table_->MissedHash = HashOf(name);
-        const std::size_t slot = table_->SlotOf(records, name, table_->MissedHash, comparisons);
-        return table_->Tags[slot] == FreeTag ? records.size() : table_->Positions[slot];
+        Table->MissedHash = HashOf(name);
+        const std::size_t slot = Table->SlotOf(records, name, Table->MissedHash, comparisons);
+        return Table->Tags[slot] == FreeTag ? records.size() : Table->Positions[slot];
     }
 
     /// The same without building an index or bringing it up to date: what it does not know is
@@ -61,18 +61,18 @@ public:
         if (!IsValid(records)) {
             return Walk(records, name, 0, comparisons);
         }
-        const std::size_t slot = table_->SlotOf(records, name, HashOf(name), comparisons);
-        return table_->Tags[slot] == FreeTag ? Walk(records, name, table_->Known, comparisons)
-                                             : table_->Positions[slot];
+        const std::size_t slot = Table->SlotOf(records, name, HashOf(name), comparisons);
+        return Table->Tags[slot] == FreeTag ? Walk(records, name, Table->Known, comparisons)
+                                            : Table->Positions[slot];
     }
 
     /// To be called when the name that was located last, in vain, has become that of a new last
     /// record: Refresh, without hashing it again.
     template <class Record>
     void Appended(std::vector<Record>& records) {
-        if (IsValid(records) && table_->Known + 1 == records.size() && table_->HasRoom()) {
+        if (IsValid(records) && Table->Known + 1 == records.size() && Table->HasRoom()) {
             std::size_t comparisons = 0;
-            Add(records, table_->MissedHash, comparisons);
+            Add(records, Table->MissedHash, comparisons);
         } else {
             Refresh(records);
         }
@@ -90,7 +90,7 @@ public:
     /// What numbering knows of the list; nothing of one that has no index, or no longer.
     template <class Record>
     ElementNumbers* Numbers(const std::vector<Record>& records) {
-        return IsValid(records) ? &table_->Numbers : nullptr;
+        return IsValid(records) ? &Table->Numbers : nullptr;
     }
 
     /// Documents are equal or not whatever their indexes know.
@@ -105,11 +105,11 @@ private:
     /// Half the size of the records' own count, for the sake of the cache.
     using Position = std::uint32_t;
 
-    struct Table {
-        Table();
-        Table(const Table&) = delete;
-        Table& operator=(const Table&) = delete;
-        ~Table();
+    struct HashTable {
+        HashTable();
+        HashTable(const HashTable&) = delete;
+        HashTable& operator=(const HashTable&) = delete;
+        ~HashTable();
 
         bool HasRoom() const { return 2 * Known < Tags.size(); }
 
@@ -163,9 +163,9 @@ private:
     /// Whether all is as it was, but for records that were appended.
     template <class Record>
     bool IsValid(const std::vector<Record>& records) const {
-        return table_ != nullptr && table_->Known != 0 && table_->Records == records.data() &&
-               table_->Known <= records.size() &&
-               !table_->Watch->Changed.load(std::memory_order_relaxed);
+        return Table != nullptr && Table->Known != 0 && Table->Records == records.data() &&
+               Table->Known <= records.size() &&
+               !Table->Watch->Changed.load(std::memory_order_relaxed);
     }
 
     /// Makes the index know all records; false for a list that is too long to have one.
@@ -177,11 +177,11 @@ private:
         if (!IsValid(records)) {
             Restart(records.data(), records.capacity());
         }
-        while (table_->Known < records.size()) {
-            if (!table_->HasRoom()) {
+        while (Table->Known < records.size()) {
+            if (!Table->HasRoom()) {
                 Restart(records.data(), 2 * records.size());
             }
-            Add(records, HashOf(records[table_->Known].Name), comparisons);
+            Add(records, HashOf(records[Table->Known].Name), comparisons);
         }
         return true;
     }
@@ -191,17 +191,17 @@ private:
 
     template <class Record>
     void Add(std::vector<Record>& records, std::uint64_t hash, std::size_t& comparisons) {
-        IniName& name = records[table_->Known].Name;
-        const std::size_t slot = table_->SlotOf(records, name, hash, comparisons);
-        if (table_->Tags[slot] == FreeTag) {
-            table_->Tags[slot] = TagOf(hash);
-            table_->Positions[slot] = static_cast<Position>(table_->Known);
+        IniName& name = records[Table->Known].Name;
+        const std::size_t slot = Table->SlotOf(records, name, hash, comparisons);
+        if (Table->Tags[slot] == FreeTag) {
+            Table->Tags[slot] = TagOf(hash);
+            Table->Positions[slot] = static_cast<Position>(Table->Known);
         }
-        name.WatchFor(table_->Watch);
-        ++table_->Known;
+        name.WatchFor(Table->Watch);
+        ++Table->Known;
     }
 
-    std::unique_ptr<Table> table_;
+    std::unique_ptr<HashTable> Table;
 };
 
 } // namespace velINI::Internal

@@ -13,14 +13,14 @@ namespace fs = std::filesystem;
 
 std::string LastError() { return std::generic_category().message(errno); }
 
-/// The file that the path means in the end; renaming must not replace a link to it.
+// The file that the path means in the end; renaming must not replace a link to it.
 fs::path Resolved(const fs::path& target) {
     std::error_code error;
     fs::path resolved = fs::canonical(target, error);
     return error ? target : resolved;
 }
 
-/// A new file beside the target, with a name that no other file has.
+// A new file beside the target, with a name that no other file has.
 FileHandle OpenStaged(const fs::path& target, fs::path& staged) {
     constexpr int MostNames = 100;
     for (int number = 0; number < MostNames; ++number) {

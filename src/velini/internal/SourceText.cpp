@@ -18,11 +18,11 @@ constexpr std::size_t SmallestFile = 6;
 
 using Head = std::array<std::uint8_t, 4>;
 
-/// What a byte at the start of a file must be, apart from one certain value.
+// What a byte at the start of a file must be, apart from one certain value.
 constexpr int Any = -1;
 constexpr int NonZero = -2;
 
-/// How the text of a file is stored. The name is what the user is told; plain bytes have none.
+// How the text of a file is stored. The name is what the user is told; plain bytes have none.
 struct Format {
     std::array<int, 4> FirstBytes;
     std::string_view Name;
@@ -48,7 +48,7 @@ bool Fits(int wanted, std::uint8_t byte) {
     return wanted == Any || (wanted == NonZero ? byte != 0 : byte == wanted);
 }
 
-/// The first of the formats that fits; the last fits everything.
+// The first of the formats that fits; the last fits everything.
 const Format& Classify(std::string_view bytes) {
     return *std::find_if(Formats.begin(), Formats.end(), [&](const Format& format) {
         return std::equal(
@@ -57,7 +57,7 @@ const Format& Classify(std::string_view bytes) {
     });
 }
 
-/// The whole units among the bytes.
+// The whole units among the bytes.
 template <class Unit>
 std::basic_string<Unit> AssembleUnits(std::string_view bytes, bool bigEndian) {
     std::basic_string<Unit> units(bytes.size() / sizeof(Unit), Unit());
@@ -84,7 +84,7 @@ std::string ToUtf8(std::string bytes, const Format& format) {
     }
 }
 
-/// The size of the file; nothing when it cannot be read.
+// The size of the file; nothing when it cannot be read.
 std::optional<std::size_t> SizeOf(std::FILE* file) {
     // Some systems let a directory be opened, and only reading from it fails. Its size means
     // nothing, so reading is tried first.
@@ -101,8 +101,8 @@ std::optional<std::size_t> SizeOf(std::FILE* file) {
     return static_cast<std::size_t>(size);
 }
 
-/// Behind the last line feed that certainly ends a line; 0 when there is none. With a backslash in
-/// front of it, it can be a part of the line.
+// Behind the last line feed that certainly ends a line; 0 when there is none. With a backslash in
+// front of it, it can be a part of the line.
 std::size_t LastLineEnd(std::string_view text) {
     std::size_t end = text.rfind('\n');
     while (end != std::string_view::npos && end != 0 && text[end - 1] == '\\') {
@@ -111,7 +111,7 @@ std::size_t LastLineEnd(std::string_view text) {
     return end == std::string_view::npos ? 0 : end + 1;
 }
 
-/// The file in parts that end where a line ends. False when it cannot be read.
+// The file in parts that end where a line ends. False when it cannot be read.
 bool ReadParts(std::FILE* file, std::size_t size, std::vector<std::string>& parts) {
     constexpr std::size_t PartSize = std::size_t{1} << 20;
     std::string carried; // from the last part, the beginning of a line

@@ -12,7 +12,7 @@ constexpr std::uint64_t Multiplier = 0xC6A4A7935BD1E995;
 constexpr std::uint64_t Seed = 0xC70F6907;
 constexpr std::size_t NameSize = 16;
 
-/// The number that undoes a multiplication by an odd one (Newton's iteration modulo 2^64).
+// The number that undoes a multiplication by an odd one (Newton's iteration modulo 2^64).
 constexpr std::uint64_t Inverse(std::uint64_t odd) {
     std::uint64_t inverse = odd;
     for (int i = 0; i < 6; ++i) {

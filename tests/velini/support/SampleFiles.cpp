@@ -17,13 +17,13 @@ constexpr std::array<std::string_view, 24> Words = {
 class FileMaker {
 public:
     std::string Make(std::size_t size) {
-        text_ = "; Settings and texts of a made-up program.\n\nFormat = 3\n\n";
-        while (text_.size() < size) {
+        Text = "; Settings and texts of a made-up program.\n\nFormat = 3\n\n";
+        while (Text.size() < size) {
             const bool isText = Pick(3) == 0;
-            text_ += '[';
-            text_ += isText ? "Text." : "Settings.";
-            text_ += std::to_string(++sections_);
-            text_ += "]\n";
+            Text += '[';
+            Text += isText ? "Text." : "Settings.";
+            Text += std::to_string(++Sections);
+            Text += "]\n";
             AddComment();
             const std::size_t keys = 10 + Pick(40);
             for (std::size_t i = 0; i < keys; ++i) {
@@ -33,32 +33,32 @@ public:
                     AddSetting(i);
                 }
             }
-            text_ += '\n';
+            Text += '\n';
         }
-        return text_;
+        return Text;
     }
 
 private:
-    std::size_t Pick(std::size_t choices) { return engine_() % choices; }
+    std::size_t Pick(std::size_t choices) { return Engine() % choices; }
 
     void AddWords(std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
-            text_ += i == 0 ? "" : " ";
-            text_ += Words[Pick(Words.size())];
+            Text += i == 0 ? "" : " ";
+            Text += Words[Pick(Words.size())];
         }
     }
 
     void AddComment() {
-        text_ += "; ";
+        Text += "; ";
         AddWords(6 + Pick(8));
-        text_ += '\n';
+        Text += '\n';
     }
 
     void AddName(std::size_t index) {
         constexpr std::size_t PlainWords = 6;
-        text_ += Words[Pick(PlainWords)];
-        text_ += '_';
-        text_ += std::to_string(index);
+        Text += Words[Pick(PlainWords)];
+        Text += '_';
+        Text += std::to_string(index);
     }
 
     void AddSetting(std::size_t index) {
@@ -66,25 +66,25 @@ private:
             AddComment();
         }
         AddName(index);
-        text_ += " = ";
-        text_ += std::to_string(Pick(100000));
+        Text += " = ";
+        Text += std::to_string(Pick(100000));
         if (Pick(2) == 0) {
-            text_ += " ; ";
+            Text += " ; ";
             AddWords(3 + Pick(4));
         }
-        text_ += '\n';
+        Text += '\n';
     }
 
     void AddText(std::size_t index) {
         AddName(index);
-        text_ += ".label = \"";
+        Text += ".label = \"";
         AddWords(3 + Pick(8));
-        text_ += "\"\n";
+        Text += "\"\n";
     }
 
-    std::mt19937 engine_{20240229}; // NOLINT(cert-msc51-cpp): always the same file
-    std::string text_;
-    std::size_t sections_ = 0;
+    std::mt19937 Engine{20240229}; // NOLINT(cert-msc51-cpp): always the same file
+    std::string Text;
+    std::size_t Sections = 0;
 };
 
 } // namespace

@@ -50,17 +50,17 @@ std::string DescribeElements(const std::vector<IniKey>& elements, std::string_vi
 
 TemporaryFolder::TemporaryFolder() {
     static int count = 0;
-    path_ = std::filesystem::temp_directory_path() /
-            ("velini-test-" + std::to_string(getpid()) + "-" + std::to_string(++count));
-    std::filesystem::create_directories(path_);
+    Path = std::filesystem::temp_directory_path() /
+           ("velini-test-" + std::to_string(getpid()) + "-" + std::to_string(++count));
+    std::filesystem::create_directories(Path);
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(Path, ignored);
 }
 
-std::string TemporaryFolder::PathOf(std::string_view name) const { return (path_ / name).string(); }
+std::string TemporaryFolder::PathOf(std::string_view name) const { return (Path / name).string(); }
 
 std::string TemporaryFolder::Store(std::string_view name, std::string_view content) const {
     std::string path = PathOf(name);
@@ -75,9 +75,9 @@ std::string ContentOf(const std::string& path) {
     return content;
 }
 
-PrintedText::PrintedText() : previous_(std::cout.rdbuf(buffer_.rdbuf())) {}
+PrintedText::PrintedText() : Previous(std::cout.rdbuf(Buffer.rdbuf())) {}
 
-PrintedText::~PrintedText() { std::cout.rdbuf(previous_); }
+PrintedText::~PrintedText() { std::cout.rdbuf(Previous); }
 
 ReadResult ReadText(std::string_view content) {
     const TemporaryFolder folder;

@@ -26,7 +26,7 @@ public:
     std::string Store(std::string_view name, std::string_view content) const;
 
 private:
-    std::filesystem::path path_;
+    std::filesystem::path Path;
 };
 
 std::string ContentOf(const std::string& path);
@@ -39,11 +39,11 @@ public:
     PrintedText& operator=(const PrintedText&) = delete;
     ~PrintedText();
 
-    std::string Text() const { return buffer_.str(); }
+    std::string Text() const { return Buffer.str(); }
 
 private:
-    std::ostringstream buffer_;
-    std::streambuf* previous_;
+    std::ostringstream Buffer;
+    std::streambuf* Previous;
 };
 
 struct ReadResult {
