@@ -3,16 +3,9 @@
 #include "velini/internal/Entries.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace velINI {
-
-void IniKey::SetKeyComment(std::string_view text) {
-    if (text.empty()) {
-        Comment.reset();
-    } else {
-        Comment = std::string(text);
-    }
-}
 
 void IniKey::SetElement(std::string_view index, std::string_view value, bool quoted,
                         bool hasComment, std::string_view comment) {
@@ -24,18 +17,15 @@ void IniKey::SetElement(std::string_view index, std::string_view value, bool quo
     Internal::StoreElement(*this, {name, ownValue, quoted, hasComment, ownComment}, comparisons);
 }
 
-ElementList& Elements(IniKey& key) {
+const ElementList& Elements(const IniKey& key) {
     if (key.Kind != KeyKind::Array) {
         throw std::runtime_error("Data is not of type array!");
     }
     return key.Elements;
 }
 
-const ElementList& Elements(const IniKey& key) {
-    if (key.Kind != KeyKind::Array) {
-        throw std::runtime_error("Data is not of type array!");
-    }
-    return key.Elements;
+ElementList& Elements(IniKey& key) {
+    return const_cast<ElementList&>(Elements(std::as_const(key)));
 }
 
 } // namespace velINI

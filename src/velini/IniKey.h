@@ -7,17 +7,17 @@
 #include "velini/ElementList.h"
 #include "velini/IniName.h"
 #include "velini/OptionalText.h"
-#include "velini/internal/NameIndex.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace velINI {
 
 enum class KeyKind : std::uint8_t { EmptyLine = 0, Comment = 1, Value = 2, Array = 3 };
+
+struct IniKey;
+using ElementList = LeanList<IniKey>;
 
 /// All text is UTF-8. An entry owns its text; copying it copies everything, the elements too.
 struct IniKey {
@@ -55,7 +55,7 @@ struct IniKey {
     ElementList Elements;
 
     /// Sets the comment behind the entry; an empty text removes it.
-    void SetKeyComment(std::string_view text);
+    void SetKeyComment(std::string_view text) { Comment.SetUnlessEmpty(text); }
 
     /// Stores one element of an array. An empty index stands for the largest index so far plus 1,
     /// or 0 in an array without elements; that number is counted in 32 bits and kept in NextIndex.
@@ -70,10 +70,10 @@ struct IniKey {
                     bool hasComment = false, std::string_view comment = {});
 
     // To walk over the elements, of which only an Array has any:  for (const IniKey& e : key)
-    [[nodiscard]] auto begin();
-    [[nodiscard]] auto end();
-    [[nodiscard]] auto begin() const;
-    [[nodiscard]] auto end() const;
+    [[nodiscard]] ElementList::iterator begin() { return Elements.begin(); }
+    [[nodiscard]] ElementList::iterator end() { return Elements.end(); }
+    [[nodiscard]] ElementList::const_iterator begin() const { return Elements.begin(); }
+    [[nodiscard]] ElementList::const_iterator end() const { return Elements.end(); }
 
     /// Whether all fields are equal; those of the elements too.
     friend bool operator==(const IniKey&, const IniKey&) = default;
@@ -83,49 +83,5 @@ struct IniKey {
 /// when the entry is of another kind. A free function, because the field has the name.
 ElementList& Elements(IniKey& key);
 const ElementList& Elements(const IniKey& key);
-
-inline auto IniKey::begin() { return Elements.List().begin(); }
-inline auto IniKey::end() { return Elements.List().end(); }
-inline auto IniKey::begin() const { return Elements.List().begin(); }
-inline auto IniKey::end() const { return Elements.List().end(); }
-
-struct ElementList::Storage {
-    std::vector<IniKey> Elements;
-    Internal::NameIndex Index;
-};
-
-inline ElementList::ElementList() noexcept = default;
-inline ElementList::ElementList(ElementList&&) noexcept = default;
-inline ElementList& ElementList::operator=(ElementList&&) noexcept = default;
-inline ElementList::~ElementList() = default;
-inline const std::vector<IniKey>& ElementList::List() const {
-    return Content == nullptr ? None() : Content->Elements;
-}
-inline std::size_t ElementList::size() const { return List().size(); }
-inline ElementList::iterator ElementList::begin() { return List().begin(); }
-inline ElementList::iterator ElementList::end() { return List().end(); }
-inline ElementList::const_iterator ElementList::begin() const { return List().begin(); }
-inline ElementList::const_iterator ElementList::end() const { return List().end(); }
-inline IniKey& ElementList::operator[](std::size_t position) { return List()[position]; }
-inline const IniKey& ElementList::operator[](std::size_t position) const {
-    return List()[position];
-}
-inline IniKey& ElementList::at(std::size_t position) { return List().at(position); }
-inline const IniKey& ElementList::at(std::size_t position) const { return List().at(position); }
-inline IniKey& ElementList::front() { return List().front(); }
-inline const IniKey& ElementList::front() const { return List().front(); }
-inline IniKey& ElementList::back() { return List().back(); }
-inline const IniKey& ElementList::back() const { return List().back(); }
-inline void ElementList::push_back(const IniKey& element) { List().push_back(element); }
-inline IniKey& ElementList::emplace_back() { return List().emplace_back(); }
-inline void ElementList::pop_back() { List().pop_back(); }
-inline ElementList::iterator ElementList::insert(const_iterator place, const IniKey& element) {
-    return List().insert(place, element);
-}
-inline ElementList::iterator ElementList::erase(const_iterator place) {
-    return List().erase(place);
-}
-inline void ElementList::clear() { List().clear(); }
-inline void ElementList::reserve(std::size_t count) { List().reserve(count); }
 
 } // namespace velINI

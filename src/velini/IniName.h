@@ -8,10 +8,9 @@
 #include <atomic>
 #include <concepts>
 #include <cstddef>
-#include <iosfwd>
+#include <ostream>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 namespace velINI {
@@ -41,35 +40,15 @@ public:
     IniName(IniName&& other) noexcept : Characters(std::move(other.Characters)) { other.Tell(); }
     ~IniName() { Tell(); }
 
-    IniName& operator=(const IniName& other) {
-        if (this != &other) {
-            Tell();
-            Characters = other.Characters;
-        }
-        return *this;
-    }
-    IniName& operator=(IniName&& other) noexcept {
+    IniName& operator=(IniName other) noexcept {
         Tell();
-        other.Tell();
         Characters = std::move(other.Characters);
         return *this;
     }
 
-    template <class Text>
-    requires(std::convertible_to<const Text&, std::string_view> &&
-             !std::same_as<Text, IniName>) IniName&
-    operator=(const Text& text) {
-        Tell();
-        Characters = std::string_view(text);
-        return *this;
-    }
-
+    const std::string& Text() const { return Characters; }
     operator const std::string&() const { return Characters; }
     operator std::string_view() const { return Characters; }
-
-    const std::string& Text() const { return Characters; }
-
-    // What is most asked of a string, by the names that the standard has for it.
 
     // NOLINTBEGIN(readability-identifier-naming): the names of the standard
     [[nodiscard]] bool empty() const { return Characters.empty(); }
@@ -81,7 +60,9 @@ public:
     char operator[](std::size_t position) const { return Characters[position]; }
     bool starts_with(std::string_view prefix) const { return Characters.starts_with(prefix); }
     bool ends_with(std::string_view suffix) const { return Characters.ends_with(suffix); }
-    std::size_t find(std::string_view part) const { return Characters.find(part); }
+    std::size_t find(std::string_view part, std::size_t begin = 0) const {
+        return Characters.find(part, begin);
+    }
     std::string substr(std::size_t begin, std::size_t count = std::string::npos) const {
         return Characters.substr(begin, count);
     }
@@ -94,7 +75,9 @@ public:
     friend bool operator==(const Name& left, const Name& right) {
         return left.Characters == right.Characters;
     }
-    friend std::ostream& operator<<(std::ostream& out, const IniName& name);
+    friend std::ostream& operator<<(std::ostream& out, const IniName& name) {
+        return out << name.Characters;
+    }
 
 private:
     friend class Internal::NameIndex;

@@ -77,14 +77,6 @@ void IniSection::SetKeyValue(std::string_view keyName, std::string_view value, b
     Internal::StoreValue(*this, Position(*this, ownName), ownName, ownValue, quoted);
 }
 
-void IniSection::SetSectionComment(std::string_view text) {
-    if (text.empty()) {
-        Comment.reset();
-    } else {
-        Comment = std::string(text);
-    }
-}
-
 void IniSection::AddComment(std::string_view keyName, std::string_view text,
                             InsertPosition position, const std::optional<std::string>& anchor,
                             bool verbatim) {

@@ -12,7 +12,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,19 +28,14 @@ enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After
 template <class Iterator>
 class KeyIterator {
 public:
-    // NOLINTBEGIN(readability-identifier-naming): the names of the standard
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = IniKey;
-    using difference_type = std::ptrdiff_t;
-    using pointer = typename std::iterator_traits<Iterator>::pointer;
-    using reference = typename std::iterator_traits<Iterator>::reference;
-    // NOLINTEND(readability-identifier-naming)
+    using value_type = IniKey;              // NOLINT(readability-identifier-naming)
+    using difference_type = std::ptrdiff_t; // NOLINT(readability-identifier-naming)
 
     KeyIterator() = default;
     KeyIterator(Iterator place, Iterator end) : Place(place), End(end) { PassOver(); }
 
-    reference operator*() const { return *Place; }
-    pointer operator->() const { return &*Place; }
+    auto& operator*() const { return *Place; }
+    auto* operator->() const { return &*Place; }
     KeyIterator& operator++() {
         ++Place;
         PassOver();
@@ -52,9 +46,7 @@ public:
         ++*this;
         return before;
     }
-    friend bool operator==(const KeyIterator& left, const KeyIterator& right) {
-        return left.Place == right.Place;
-    }
+    friend bool operator==(const KeyIterator&, const KeyIterator&) = default;
 
 private:
     void PassOver() {
@@ -105,7 +97,7 @@ struct IniSection {
     void SetKeyValue(std::string_view keyName, std::string_view value, bool quoted = false);
 
     /// Sets the comment behind the header; an empty text removes it.
-    void SetSectionComment(std::string_view text);
+    void SetSectionComment(std::string_view text) { Comment.SetUnlessEmpty(text); }
 
     /// Adds a Comment entry. The name should be a generated one; CommentCount is the caller's to
     /// count up. Nothing happens when an entry of that name exists.

@@ -4,6 +4,7 @@
 #include "velini/internal/LineReader.h"
 #include "velini/internal/SourceText.h"
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <span>
@@ -28,19 +29,19 @@ bool WithoutRaising(const Read& read) {
     return false;
 }
 
-// Calls `visit` with a reader for each part of a text, in order, and the number of the part.
+// Calls `visit` with a reader for each part of a text, in order, and the number of the part; it
+// goes on when all of the part was read.
 template <class Visit>
 void ForEachPart(const std::vector<std::string_view>& parts, const Visit& visit) {
     std::size_t offset = 0;
     std::size_t line = 1;
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        const std::size_t size = parts[i].size();
         Internal::LineReader lines(parts[i], offset, line);
-        line = parts.size() == 1 ? line : lines.LineBehind();
-        offset += size;
         if (!visit(lines, i)) {
             return;
         }
+        offset += parts[i].size();
+        line = lines.LineBehind();
     }
 }
 
@@ -51,8 +52,10 @@ Diagnostic ErrorAt(const Internal::TextPosition& position, std::string_view mess
 // Raises what a bad escape in the text raises, before any of it is taken over.
 void CheckEscapes(const std::vector<std::string_view>& parts,
                   std::vector<Diagnostic>& diagnostics) {
-    ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t part) {
-        const bool hasEscapes = parts[part].find("\\x") != std::string_view::npos;
+    const bool hasEscapes = std::any_of(parts.begin(), parts.end(), [](std::string_view part) {
+        return part.find("\\x") != std::string_view::npos;
+    });
+    ForEachPart(parts, [&](Internal::LineReader& lines, std::size_t /*part*/) {
         try {
             while (hasEscapes && lines.Next()) {
             }
@@ -60,7 +63,7 @@ void CheckEscapes(const std::vector<std::string_view>& parts,
             diagnostics.push_back(ErrorAt(lines.ErrorPosition(), error.what()));
             throw;
         }
-        return true;
+        return hasEscapes;
     });
 }
 
@@ -86,9 +89,11 @@ bool velINIStream::ReadFile(const std::string& path) {
     return true;
 }
 
-bool velINIStream::ReadPath(const std::filesystem::path& path) {
+template <std::same_as<std::filesystem::path> Path>
+bool velINIStream::ReadFile(const Path& path) {
     return WithoutRaising([&] { return ReadFile(Internal::Utf8Of(path)); });
 }
+template bool velINIStream::ReadFile(const std::filesystem::path& path);
 
 bool velINIStream::ReadText(std::string_view text) {
     LastDiagnostics.clear();

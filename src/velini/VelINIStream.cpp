@@ -81,13 +81,10 @@ void velINIStream::SetValue(std::string_view sectionName, std::string_view keyNa
 
 void velINIStream::AddBlankLine(std::string_view sectionName) {
     const auto section = FindSection(sectionName.empty() ? Internal::GlobalSection : sectionName);
-    if (section == Sections.end()) {
-        return;
+    if (section != Sections.end()) {
+        section->AddEmptyLine(
+            Internal::GeneratedName(Internal::EmptyLinePrefix, ++section->EmptyLineCount));
     }
-    ++section->EmptyLineCount;
-    section->AddEmptyLine(
-        Internal::GeneratedName(Internal::EmptyLinePrefix, section->EmptyLineCount),
-        InsertPosition::End, std::nullopt);
 }
 
 } // namespace velINI

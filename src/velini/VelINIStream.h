@@ -65,9 +65,7 @@ public:
     /// The same for a path of the standard library, but that an error which the other raises is a
     /// result of false here, told by Diagnostics. Raises only std::bad_alloc.
     template <std::same_as<std::filesystem::path> Path>
-    bool ReadFile(const Path& path) {
-        return ReadPath(path);
-    }
+    bool ReadFile(const Path& path);
 
     /// Adds a text in memory to the document, UTF-8 with or without a mark. It may be of any length
     /// and nothing is printed; otherwise it is read as the content of a file. False when nothing of
@@ -93,9 +91,7 @@ public:
     /// result of false here. Raises only std::bad_alloc.
     template <std::same_as<std::filesystem::path> Path>
     bool WriteFile(const Path& path, bool spacing = false,
-                   TextEncoding encoding = TextEncoding::None) const {
-        return WritePath(path, spacing, encoding);
-    }
+                   TextEncoding encoding = TextEncoding::None) const;
 
     /// The bytes that WriteFile writes; none when a text of the document is not UTF-8. Raises only
     /// std::bad_alloc.
@@ -116,9 +112,7 @@ public:
     template <std::same_as<std::filesystem::path> Path>
     [[nodiscard]] bool WriteFileAtomically(const Path& path, bool spacing = false,
                                            TextEncoding encoding = TextEncoding::None,
-                                           std::string* reason = nullptr) const {
-        return ReplacePath(path, spacing, encoding, reason);
-    }
+                                           std::string* reason = nullptr) const;
 
     [[nodiscard]] std::size_t SectionCount() const;
 
@@ -176,11 +170,6 @@ public:
     Internal::NameIndex SectionIndex;
 
 private:
-    bool ReadPath(const std::filesystem::path& path);
-    bool WritePath(const std::filesystem::path& path, bool spacing, TextEncoding encoding) const;
-    bool ReplacePath(const std::filesystem::path& path, bool spacing, TextEncoding encoding,
-                     std::string* reason) const;
-
     /// Adds a text in UTF-8, in parts that end where a line ends. Lets go of those of `owned`, as
     /// far as they are, when they have been read. Returns what is wrong with the line that ended
     /// the reading, each message with a newline behind it, and raises what ReadFile raises.

@@ -2,7 +2,6 @@
 #include "velini/internal/AppendText.h"
 #include "velini/internal/FileAccess.h"
 #include "velini/internal/Names.h"
-#include "velini/internal/ReplaceFile.h"
 #include "velini/internal/WideText.h"
 
 #include <algorithm>
@@ -266,14 +265,16 @@ bool velINIStream::WriteFile(const std::string& path, bool spacing, TextEncoding
     return true;
 }
 
-bool velINIStream::WritePath(const std::filesystem::path& path, bool spacing,
-                             TextEncoding encoding) const {
+template <std::same_as<std::filesystem::path> Path>
+bool velINIStream::WriteFile(const Path& path, bool spacing, TextEncoding encoding) const {
     try {
         return WriteFile(Internal::Utf8Of(path), spacing, encoding);
     } catch (const std::runtime_error&) {
         return false;
     }
 }
+template bool velINIStream::WriteFile(const std::filesystem::path& path, bool spacing,
+                                      TextEncoding encoding) const;
 
 std::string velINIStream::WriteText(bool spacing, TextEncoding encoding) const {
     return TextOf(*this, spacing, encoding).value_or("");
@@ -281,11 +282,13 @@ std::string velINIStream::WriteText(bool spacing, TextEncoding encoding) const {
 
 bool velINIStream::WriteFileAtomically(const std::string& path, bool spacing, TextEncoding encoding,
                                        std::string* reason) const {
-    return ReplacePath(std::u8string(path.begin(), path.end()), spacing, encoding, reason);
+    const std::filesystem::path wide(std::u8string(path.begin(), path.end()));
+    return WriteFileAtomically(wide, spacing, encoding, reason);
 }
 
-bool velINIStream::ReplacePath(const std::filesystem::path& path, bool spacing,
-                               TextEncoding encoding, std::string* reason) const {
+template <std::same_as<std::filesystem::path> Path>
+bool velINIStream::WriteFileAtomically(const Path& path, bool spacing, TextEncoding encoding,
+                                       std::string* reason) const {
     const std::optional<std::string> text = TextOf(*this, spacing, encoding);
     const std::string failure =
         text ? Internal::ReplaceFile(path, *text) : "A text of the document is not UTF-8.";
@@ -294,5 +297,7 @@ bool velINIStream::ReplacePath(const std::filesystem::path& path, bool spacing,
     }
     return failure.empty();
 }
+template bool velINIStream::WriteFileAtomically(const std::filesystem::path& path, bool spacing,
+                                                TextEncoding encoding, std::string* reason) const;
 
 } // namespace velINI

@@ -17,12 +17,9 @@ IniKey& AppendEntry(std::vector<IniKey>& entries, NameIndex& index, KeyKind kind
 
 IniKey& StoreValue(IniSection& section, std::size_t position, std::string_view name,
                    std::string_view value, bool quoted) {
-    if (position == section.Keys.size()) {
-        IniKey& entry = AppendEntry(section.Keys, section.KeyIndex, KeyKind::Value, name, value);
-        entry.Quoted = quoted;
-        return entry;
-    }
-    IniKey& entry = section.Keys[position];
+    IniKey& entry = position == section.Keys.size()
+                        ? AppendEntry(section.Keys, section.KeyIndex, KeyKind::Value, name, {})
+                        : section.Keys[position];
     entry.Value = value;
     entry.Quoted = quoted;
     return entry;

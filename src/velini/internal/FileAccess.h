@@ -1,11 +1,12 @@
 #pragma once
 
-// Opens files by UTF-8 paths on every platform.
+// Opens files by UTF-8 paths on every platform, and replaces them as a whole or not at all.
 
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace velINI::Internal {
 
@@ -20,11 +21,10 @@ FileHandle OpenForReading(const std::string& path);
 /// An existing file is emptied.
 FileHandle OpenForWriting(const std::string& path);
 
-/// Makes a new file. Null with EEXIST in errno when there is one of that name.
-FileHandle CreateForWriting(const std::filesystem::path& path);
-
-/// Hands everything that was written to the device; false when that fails.
-bool FlushToDevice(std::FILE* file);
+/// Writes the bytes to a new file beside the target, makes sure that they are stored, and moves it
+/// over the target, which then keeps its permissions. When any of this fails, the target is as it
+/// was, the new file is gone, and the result is the reason; it is empty when all went well.
+std::string ReplaceFile(const std::filesystem::path& target, std::string_view bytes);
 
 /// The path as UTF-8, as the calls above take it.
 std::string Utf8Of(const std::filesystem::path& path);

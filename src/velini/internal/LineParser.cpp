@@ -19,7 +19,6 @@ constexpr ByteSet MakeByteSet(std::string_view members) {
     return set;
 }
 
-constexpr ByteSet LeadingBlanks = MakeByteSet(" \t\r\n");
 constexpr ByteSet Separators = MakeByteSet("=:");
 constexpr ByteSet CommentSigns = MakeByteSet(";#");
 
@@ -42,11 +41,7 @@ std::size_t FindIn(const ByteSet& set, std::string_view text, std::size_t positi
 }
 
 std::string_view WithoutLeadingBlanks(std::string_view line) {
-    std::size_t start = 0;
-    while (start < line.size() && Contains(LeadingBlanks, line[start])) {
-        ++start;
-    }
-    return line.substr(start);
+    return line.substr(std::min(line.find_first_not_of(" \t\r\n"), line.size()));
 }
 
 std::string_view WithoutTrailingBlanks(std::string_view text) {
@@ -106,11 +101,10 @@ void LineParser::Finish() {
 
 void LineParser::ParseLine(std::string_view line) {
     if (line.empty()) {
-        AddEmptyLine();
-        return;
-    }
-    if (Contains(CommentSigns, line.front())) {
-        AddComment(WithoutLeadingSpace(line.substr(1, line.size() - 2)));
+        AddGenerated(KeyKind::EmptyLine, EmptyLinePrefix, &IniSection::EmptyLineCount, {});
+    } else if (Contains(CommentSigns, line.front())) {
+        AddGenerated(KeyKind::Comment, CommentPrefix, &IniSection::CommentCount,
+                     WithoutLeadingSpace(line.substr(1, line.size() - 2)));
     } else if (line.front() == '[') {
         ParseHeader(line);
     } else {
@@ -286,22 +280,10 @@ std::size_t LineParser::ParseString(std::string_view text, std::size_t i) {
     }
 }
 
-void LineParser::AddEmptyLine() {
+void LineParser::AddGenerated(KeyKind kind, std::string_view prefix,
+                              std::uint32_t IniSection::*count, std::string_view text) {
     IniSection& section = CurrentSection();
-    ++section.EmptyLineCount;
-    AddGenerated(section, KeyKind::EmptyLine,
-                 GeneratedName(EmptyLinePrefix, section.EmptyLineCount), {});
-}
-
-void LineParser::AddComment(std::string_view text) {
-    IniSection& section = CurrentSection();
-    ++section.CommentCount;
-    AddGenerated(section, KeyKind::Comment, GeneratedName(CommentPrefix, section.CommentCount),
-                 text);
-}
-
-void LineParser::AddGenerated(IniSection& section, KeyKind kind, std::string_view name,
-                              std::string_view text) {
+    const std::string name = GeneratedName(prefix, ++(section.*count));
     if (LocateKey(section, name) == section.Keys.size()) {
         AppendEntry(section.Keys, section.KeyIndex, kind, name, text);
     }
@@ -322,7 +304,6 @@ void LineParser::StoreArrayElement() {
     const std::size_t position = LocateKey(section, Tag.Name);
     IniKey& array = ArrayAt(section, position, Tag.Name, Tag.ExplicitIndex);
     if (array.Elements.empty()) {
-        array.Elements.reserve(ExpectedElements());
         Arrays.push_back({*Section, position});
     }
     if (Tag.Index.empty()) {
@@ -365,22 +346,6 @@ std::size_t LineParser::ExpectedEntries() {
         isEnd = CountEntries(Ahead[part], entries, EntriesAhead);
     }
     return entries;
-}
-
-std::size_t LineParser::ExpectedElements() {
-    if (Lines->Start() < ElementsAhead) {
-        return 0;
-    }
-    std::string_view rest = Lines->Rest();
-    const std::string_view first = FirstLine(rest);
-    const std::string_view begin = first.substr(0, first.find('[') + 1);
-    std::size_t elements = 0;
-    while (!rest.empty() && rest.starts_with(begin)) {
-        ++elements;
-        rest.remove_prefix(std::min(FirstLine(rest).size() + 1, rest.size()));
-    }
-    ElementsAhead = Lines->Start() + (Lines->Rest().size() - rest.size());
-    return elements;
 }
 
 void LineParser::Fail(std::string_view message, std::string_view where) {

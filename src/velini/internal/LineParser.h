@@ -9,6 +9,7 @@
 #include "velini/internal/Names.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -54,9 +55,8 @@ private:
     /// A string of which the quote stands in front of `i`. Returns the position behind it.
     std::size_t ParseString(std::string_view text, std::size_t i);
 
-    void AddEmptyLine();
-    void AddComment(std::string_view text);
-    void AddGenerated(IniSection& section, KeyKind kind, std::string_view name,
+    /// Adds an entry with a generated name, counted by a member of the section.
+    void AddGenerated(KeyKind kind, std::string_view prefix, std::uint32_t IniSection::*count,
                       std::string_view text);
     void StoreKey();
     void StoreArrayElement();
@@ -67,16 +67,10 @@ private:
     /// Where the entry of that name stands in the section, by the rules of NameIndex.
     std::size_t LocateKey(IniSection& section, std::string_view name);
 
-    // Growing lists of entries would spend more time on moving house than the parse on the text, so
-    // each gets room for what the lines ahead let expect. A wrong guess costs only speed. No line
-    // is looked at twice, nor counted for two lists, whatever the text.
-
     /// How many entries a section made by the line at hand can get before the next header, leaving
-    /// aside the elements of arrays.
+    /// aside the elements of arrays: a list that grows would spend more time on moving house than
+    /// the parse on the text. A wrong guess costs only speed, and no line is looked at twice.
     std::size_t ExpectedEntries();
-
-    /// How many elements an array gets from the line at hand and those directly behind it.
-    std::size_t ExpectedElements();
 
     /// Gives back the room that was not needed.
     void ReleaseReserves();
@@ -98,7 +92,6 @@ private:
 
     std::vector<ArrayPlace> Arrays; // that got their first element
     std::size_t EntriesAhead = 0;   // how far the text was looked at for entries to expect
-    std::size_t ElementsAhead = 0;  // and for elements
 
     std::size_t ComparisonCount = 0;
 

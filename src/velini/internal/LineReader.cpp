@@ -53,19 +53,20 @@ Digits ReadDigits(std::string_view text) {
 LineReader::LineReader(std::string_view text, std::size_t offset, std::size_t line)
     : Text(text),
       Offset(offset),
-      FirstLine(line),
       LineFeed(text, '\n'),
       CarriageReturn(text, '\r'),
       Backslash(text, '\\'),
-      CountedPosition{line, 1},
-      LinePosition{line, 1} {}
+      Number(line),
+      NumberBehind(line) {}
 
 bool LineReader::Next() {
     LineStart = Position;
+    Number = NumberBehind;
     const std::size_t end = LineFeed.From(Position);
     if (end < Text.size() && end < CarriageReturn.From(Position) &&
         end < Backslash.From(Position)) {
         Position = end + 1;
+        ++NumberBehind;
         CurrentLine = Text.substr(LineStart, Position - LineStart);
         return true;
     }
@@ -83,6 +84,7 @@ bool LineReader::Next() {
             break;
         }
         ended = DecodeSpecial(Position, Decoded);
+        NumberBehind += LineEnds(special, Position);
     }
     CurrentLine = Decoded;
     return true;
@@ -134,11 +136,7 @@ void LineReader::DecodeEscape(std::size_t& position, std::string& out) const {
     position = end;
 }
 
-TextPosition LineReader::PositionOf(std::size_t offset) {
-    if (LineCounted != LineStart) {
-        LinePosition = PositionInText(LineStart);
-        LineCounted = LineStart;
-    }
+TextPosition LineReader::PositionOf(std::size_t offset) const {
     std::size_t position = LineStart;
     std::string decoded;
     while (true) {
@@ -155,28 +153,24 @@ TextPosition LineReader::PositionOf(std::size_t offset) {
     }
 }
 
-std::size_t LineReader::LineBehind() {
-    if (Text.find('\r') != std::string_view::npos) {
-        return PositionInText(Text.size()).Line;
-    }
-    return FirstLine + static_cast<std::size_t>(std::count(Text.begin(), Text.end(), '\n'));
-}
-
-TextPosition LineReader::PositionInText(std::size_t position) {
-    if (position < Counted) {
-        const bool isBehindLine = LineCounted <= position;
-        Counted = isBehindLine ? LineCounted : 0;
-        CountedPosition = isBehindLine ? LinePosition : TextPosition{FirstLine, 1};
-    }
-    for (; Counted < position; ++Counted) {
-        const char c = Text[Counted];
-        if (c == '\n' || (c == '\r' && Text.substr(Counted + 1, 1) != "\n")) {
-            CountedPosition = {CountedPosition.Line + 1, 1};
-        } else if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) {
-            ++CountedPosition.Column;
+std::size_t LineReader::LineEnds(std::size_t begin, std::size_t end) const {
+    std::size_t count = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+        if (Text[i] == '\n' || (Text[i] == '\r' && Text.substr(i + 1, 1) != "\n")) {
+            ++count;
         }
     }
-    return CountedPosition;
+    return count;
+}
+
+TextPosition LineReader::PositionInText(std::size_t position) const {
+    std::size_t column = 1;
+    for (std::size_t i = position; i != 0 && LineEnds(i - 1, i) == 0; --i) {
+        if ((static_cast<unsigned char>(Text[i - 1]) & 0xC0U) != 0x80U) {
+            ++column;
+        }
+    }
+    return {Number + LineEnds(LineStart, position), column};
 }
 
 } // namespace velINI::Internal

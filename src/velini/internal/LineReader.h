@@ -69,14 +69,14 @@ public:
     /// Where the line at hand begins in the file.
     std::size_t Start() const { return Offset + LineStart; }
 
-    /// The number that the line behind the text has.
-    std::size_t LineBehind();
+    /// The number of the line, as editors count, that is to be read next.
+    std::size_t LineBehind() const { return NumberBehind; }
 
     /// Where the byte at `offset` of the line at hand comes from.
-    TextPosition PositionOf(std::size_t offset);
+    TextPosition PositionOf(std::size_t offset) const;
 
     /// Where the escape stands that Next raised an error for.
-    TextPosition ErrorPosition() { return PositionInText(Position); }
+    TextPosition ErrorPosition() const { return PositionInText(Position); }
 
 private:
     /// Appends what the bytes at `position` mean, a line end at the most, and moves behind them.
@@ -86,11 +86,14 @@ private:
 
     bool EscapeStartsAt(std::size_t position) const { return Text.substr(position, 2) == "\\x"; }
 
-    TextPosition PositionInText(std::size_t position);
+    /// How many lines end between two places of the text, as editors count.
+    std::size_t LineEnds(std::size_t begin, std::size_t end) const;
+
+    /// Of a place in the line at hand.
+    TextPosition PositionInText(std::size_t position) const;
 
     std::string_view Text;
     std::size_t Offset;
-    std::size_t FirstLine;
     NextOccurrence LineFeed;
     NextOccurrence CarriageReturn;
     NextOccurrence Backslash;
@@ -99,10 +102,8 @@ private:
     std::string_view CurrentLine;
     std::string Decoded; // the line at hand, unless it stands in the text just so
 
-    std::size_t Counted = 0; // how far the text was counted for a position, to go on from there
-    TextPosition CountedPosition;
-    std::size_t LineCounted = 0; // the last line that a position was asked for in
-    TextPosition LinePosition;
+    std::size_t Number; // of the line at hand, as editors count
+    std::size_t NumberBehind;
 };
 
 } // namespace velINI::Internal

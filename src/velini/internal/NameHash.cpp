@@ -1,4 +1,4 @@
-#include "velini/internal/NameHash.h"
+#include "velini/internal/NameIndex.h"
 
 #include <array>
 #include <bit>

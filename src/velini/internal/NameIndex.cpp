@@ -1,16 +1,9 @@
 #include "velini/internal/NameIndex.h"
 
-#include "velini/internal/NameHash.h"
-
 #include <bit>
 #include <mutex>
-#include <ostream>
 
-namespace velINI {
-
-std::ostream& operator<<(std::ostream& out, const IniName& name) { return out << name.Characters; }
-
-namespace Internal {
+namespace velINI::Internal {
 namespace {
 
 // The watches that no index uses. They are never freed, as names may tell of changes at any time.
@@ -56,8 +49,6 @@ NameIndex::HashTable::HashTable() : Watch(TakeWatch()) {}
 
 NameIndex::HashTable::~HashTable() { GiveBack(Watch); }
 
-std::uint64_t NameIndex::HashOf(std::string_view name) { return NameHash(name); }
-
 void NameIndex::Restart(const void* records, std::size_t room) {
     if (Table == nullptr) {
         Table = std::make_unique<HashTable>();
@@ -71,5 +62,4 @@ void NameIndex::Restart(const void* records, std::size_t room) {
     Table->Watch->Changed.store(false, std::memory_order_relaxed);
 }
 
-} // namespace Internal
-} // namespace velINI
+} // namespace velINI::Internal

@@ -9,8 +9,7 @@
 // A hash table with open addressing and linear probing. Each slot has a tag, seven bits of the
 // hash, and the position of a record. The tags lie by themselves: most names of a file are new, and
 // to see that, a look at the tags is nearly always enough, which are few bytes and stay in the
-// cache where the records and their positions would not. The hash is keyed by a secret of the
-// process (NameHash.h), so that nobody can make up a file whose names all meet in one slot.
+// cache where the records and their positions would not.
 
 #include "velini/IniName.h"
 
@@ -22,6 +21,10 @@
 #include <vector>
 
 namespace velINI::Internal {
+
+/// SipHash-1-3 (Aumasson and Bernstein, 2012) under a key that each process draws at random. Who
+/// does not know the key cannot make up names that have equal hashes.
+std::uint64_t NameHash(std::string_view name);
 
 /// What the automatic numbering of an array has learned of the elements so far.
 struct ElementNumbers {
@@ -48,7 +51,7 @@ public:
         if (records.size() < LongestWalk || !Update(records, comparisons)) {
             return Walk(records, name, 0, comparisons);
         }
-        Table->MissedHash = HashOf(name);
+        Table->MissedHash = NameHash(name);
         const std::size_t slot = Table->SlotOf(records, name, Table->MissedHash, comparisons);
         return Table->Tags[slot] == FreeTag ? records.size() : Table->Positions[slot];
     }
@@ -61,7 +64,7 @@ public:
         if (!IsValid(records)) {
             return Walk(records, name, 0, comparisons);
         }
-        const std::size_t slot = Table->SlotOf(records, name, HashOf(name), comparisons);
+        const std::size_t slot = Table->SlotOf(records, name, NameHash(name), comparisons);
         return Table->Tags[slot] == FreeTag ? Walk(records, name, Table->Known, comparisons)
                                             : Table->Positions[slot];
     }
@@ -141,8 +144,6 @@ private:
         std::vector<Position> Positions; // as many; those of free tags mean nothing
     };
 
-    static std::uint64_t HashOf(std::string_view name);
-
     static std::uint8_t TagOf(std::uint64_t hash) {
         return static_cast<std::uint8_t>(0x80U | hash >> 57);
     }
@@ -181,7 +182,7 @@ private:
             if (!Table->HasRoom()) {
                 Restart(records.data(), 2 * records.size());
             }
-            Add(records, HashOf(records[Table->Known].Name), comparisons);
+            Add(records, NameHash(records[Table->Known].Name), comparisons);
         }
         return true;
     }

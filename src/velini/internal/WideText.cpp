@@ -32,25 +32,23 @@ namespace {
 template <class Character>
 using Conversion = std::wstring_convert<velINIStream::velINICodeCvt<Character>, Character>;
 
-template <class Character>
-std::string ToUtf8(std::basic_string_view<Character> text) {
-    return Conversion<Character>().to_bytes(text.data(), text.data() + text.size());
-}
-
-template <class Character>
-std::basic_string<Character> FromUtf8(std::string_view text) {
-    return Conversion<Character>().from_bytes(text.data(), text.data() + text.size());
-}
-
 } // namespace
 
-std::string Utf8FromUtf16(std::u16string_view text) { return ToUtf8(text); }
+std::string Utf8FromUtf16(std::u16string_view text) {
+    return Conversion<char16_t>().to_bytes(text.data(), text.data() + text.size());
+}
 
-std::string Utf8FromUtf32(std::u32string_view text) { return ToUtf8(text); }
+std::string Utf8FromUtf32(std::u32string_view text) {
+    return Conversion<char32_t>().to_bytes(text.data(), text.data() + text.size());
+}
 
-std::u16string Utf16FromUtf8(std::string_view text) { return FromUtf8<char16_t>(text); }
+std::u16string Utf16FromUtf8(std::string_view text) {
+    return Conversion<char16_t>().from_bytes(text.data(), text.data() + text.size());
+}
 
-std::u32string Utf32FromUtf8(std::string_view text) { return FromUtf8<char32_t>(text); }
+std::u32string Utf32FromUtf8(std::string_view text) {
+    return Conversion<char32_t>().from_bytes(text.data(), text.data() + text.size());
+}
 
 } // namespace Internal
 } // namespace velINI
