@@ -261,11 +261,11 @@ void HostileNames(benchmark::State& state) {
     const ScratchFile harmlessKeys(keys(harmless, "", "=1\n"));
     const ScratchFile hostileSections(keys(hostile, "[", "]\nk=1\n"));
     const ScratchFile harmlessSections(keys(harmless, "[", "]\nk=1\n"));
-    Times times[4]; // NOLINT(modernize-avoid-c-arrays): by the files below
-    const ScratchFile* files[] = {&hostileKeys, &harmlessKeys, &hostileSections, // NOLINT
-                                  &harmlessSections};
+    const std::array<const ScratchFile*, 4> files = {&hostileKeys, &harmlessKeys, &hostileSections,
+                                                     &harmlessSections};
+    std::array<Times, files.size()> times;
     while (state.KeepRunning()) {
-        for (int i = 0; i < 4; ++i) {
+        for (std::size_t i = 0; i < files.size(); ++i) {
             times[i].Measure([&] {
                 velINIStream document;
                 Require(document.ReadFile(files[i]->Path()));

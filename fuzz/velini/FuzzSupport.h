@@ -22,7 +22,7 @@ namespace velINI::Fuzzing {
 /// Must hold of every input; what does not is a find.
 inline void Require(bool condition, const char* what) {
     if (!condition) {
-        std::fprintf(stderr, "Broken promise: %s\n", what);
+        static_cast<void>(std::fprintf(stderr, "Broken promise: %s\n", what));
         std::abort();
     }
 }
@@ -53,7 +53,7 @@ inline const std::string& StoreInput(const std::uint8_t* data, std::size_t size)
     std::FILE* file = std::fopen(scratch.Path().c_str(), "wb");
     Require(file != nullptr, "the temporary folder can be written to");
     Require(std::fwrite(data, 1, size, file) == size, "the input fits on the disk");
-    std::fclose(file);
+    Require(std::fclose(file) == 0, "the input can be stored");
     return scratch.Path();
 }
 

@@ -152,12 +152,9 @@ bool SurvivesSection(const velINIStream& document, const IniSection& section) {
 }
 
 bool Survives(const velINIStream& document) {
-    for (const IniSection& section : document.Sections) {
-        if (!SurvivesSection(document, section)) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(document.begin(), document.end(), [&](const IniSection& section) {
+        return SurvivesSection(document, section);
+    });
 }
 
 // Arrays are written with empty brackets, and their elements are numbered and stored anew.

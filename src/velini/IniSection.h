@@ -23,28 +23,18 @@ namespace velINI {
 /// just before or behind the anchor. A number above After counts as End.
 enum class InsertPosition : std::uint8_t { Begin = 0, End = 1, Before = 2, After = 3 };
 
-/// Walks over the keys of a section, which are its values and arrays, and passes over comments and
-/// blank lines.
+/// Goes over the keys of a section in a range-for, which are its values and arrays, and passes over
+/// comments and blank lines.
 template <class Iterator>
 class KeyIterator {
 public:
-    using value_type = IniKey;              // NOLINT(readability-identifier-naming)
-    using difference_type = std::ptrdiff_t; // NOLINT(readability-identifier-naming)
-
-    KeyIterator() = default;
     KeyIterator(Iterator place, Iterator end) : Place(place), End(end) { PassOver(); }
 
     auto& operator*() const { return *Place; }
-    auto* operator->() const { return &*Place; }
     KeyIterator& operator++() {
         ++Place;
         PassOver();
         return *this;
-    }
-    KeyIterator operator++(int) { // NOLINT(cert-dcl21-cpp): iterators return no constants
-        KeyIterator before = *this;
-        ++*this;
-        return before;
     }
     friend bool operator==(const KeyIterator&, const KeyIterator&) = default;
 
@@ -55,8 +45,8 @@ private:
         }
     }
 
-    Iterator Place{};
-    Iterator End{};
+    Iterator Place;
+    Iterator End;
 };
 
 struct IniSection {

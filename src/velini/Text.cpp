@@ -1,9 +1,6 @@
 #include "velini/Text.h"
 
-#include "velini/internal/AppendText.h"
-
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <stdexcept>
 
@@ -73,18 +70,12 @@ char32_t DecodeSequence(std::string_view text, std::size_t& position) {
     RaiseInvalidSequence();
 }
 
-// `\x` and the value in lower case, at least four digits.
+// `\x` and the value in lower case: four digits, or the six of what is more than a code point.
 void AppendDigits(std::string& out, char32_t value) {
-    constexpr std::size_t FewestDigits = 4;
-    std::array<char, 8> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                   static_cast<std::uint32_t>(value), 16);
-    const auto count = static_cast<std::size_t>(end.ptr - digits.data());
     out += "\\x";
-    if (count < FewestDigits) {
-        out.append(FewestDigits - count, '0');
+    for (int shift = value > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) {
+        out += "0123456789abcdef"[value >> shift & 0xF];
     }
-    out.append(digits.data(), count);
 }
 
 void AppendCodePoint(std::string& out, char32_t codePoint) {
@@ -133,11 +124,11 @@ std::string EncodeUtf8(char32_t codePoint) {
 
 std::string EscapeText(std::string_view text) {
     std::string escaped;
-    Internal::AppendEscaped(escaped, text);
+    AppendEscaped(escaped, text);
     return escaped;
 }
 
-void Internal::AppendEscaped(std::string& out, std::string_view text) {
+void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t position = 0;
     while (position < text.size()) {
         const std::size_t run = position;

@@ -25,4 +25,7 @@ std::string EncodeUtf8(char32_t codePoint);
 /// one that does not go on with the sequence begun. Overlong forms and surrogates are not refused.
 std::string EscapeText(std::string_view text);
 
+/// Appends that form to `out`. When it raises, the beginning stands there already.
+void AppendEscaped(std::string& out, std::string_view text);
+
 } // namespace velINI

@@ -2,6 +2,7 @@
 
 // The text of a value as a value of another type.
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <concepts>
@@ -9,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <utility>
 
 namespace velINI {
 
@@ -29,24 +29,15 @@ template <Number Type>
 /// True, yes, on and 1; false, no, off and 0; in capitals or not. Nothing for any other text.
 template <std::same_as<bool> Type>
 [[nodiscard]] std::optional<Type> ValueAs(std::string_view text) {
-    constexpr std::array<std::pair<std::string_view, bool>, 8> Words = {{{"true", true},
-                                                                         {"yes", true},
-                                                                         {"on", true},
-                                                                         {"1", true},
-                                                                         {"false", false},
-                                                                         {"no", false},
-                                                                         {"off", false},
-                                                                         {"0", false}}};
+    using namespace std::string_view_literals;
+    constexpr std::array Words = {"false"sv, "true"sv, "no"sv, "yes"sv,
+                                  "off"sv,   "on"sv,   "0"sv,  "1"sv};
     std::string lower(text);
     for (char& c : lower) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
-    for (const auto& [word, value] : Words) {
-        if (lower == word) {
-            return value;
-        }
-    }
-    return std::nullopt;
+    const auto word = std::find(Words.begin(), Words.end(), lower);
+    return word == Words.end() ? std::nullopt : std::optional((word - Words.begin()) % 2 == 1);
 }
 
 template <std::same_as<std::string> Type>

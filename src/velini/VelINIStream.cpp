@@ -29,18 +29,12 @@ std::string ValueOf(Document& document, std::string_view sectionName, std::strin
 
 } // namespace
 
-std::size_t velINIStream::SectionCount() const { return Sections.size(); }
-
 IniSection& velINIStream::SectionAt(std::ptrdiff_t index) {
     return Sections[CheckedIndex(index, Sections.size())];
 }
 
 const IniSection& velINIStream::SectionAt(std::ptrdiff_t index) const {
     return Sections[CheckedIndex(index, Sections.size())];
-}
-
-bool velINIStream::HasSection(std::string_view name) const {
-    return FindSection(name) != Sections.end();
 }
 
 std::vector<IniSection>::iterator velINIStream::FindSection(std::string_view name) {

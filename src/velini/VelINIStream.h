@@ -114,13 +114,15 @@ public:
                                            TextEncoding encoding = TextEncoding::None,
                                            std::string* reason = nullptr) const;
 
-    [[nodiscard]] std::size_t SectionCount() const;
+    [[nodiscard]] std::size_t SectionCount() const { return Sections.size(); }
 
     /// Raises std::logic_error "Index is out of range!" unless 0 <= index < SectionCount().
     IniSection& SectionAt(std::ptrdiff_t index);
     const IniSection& SectionAt(std::ptrdiff_t index) const;
 
-    [[nodiscard]] bool HasSection(std::string_view name) const;
+    [[nodiscard]] bool HasSection(std::string_view name) const {
+        return FindSection(name) != Sections.end();
+    }
 
     /// The first section of that name, compared byte for byte; Sections.end() when there is none.
     std::vector<IniSection>::iterator FindSection(std::string_view name);

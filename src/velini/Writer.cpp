@@ -1,10 +1,9 @@
+#include "velini/Text.h"
 #include "velini/VelINIStream.h"
-#include "velini/internal/AppendText.h"
 #include "velini/internal/FileAccess.h"
 #include "velini/internal/Names.h"
 #include "velini/internal/WideText.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iostream>
@@ -20,10 +19,6 @@ using namespace std::string_view_literals;
 constexpr std::array<std::string_view, 6> ByteOrderMarks = {
     ""sv, "\xEF\xBB\xBF"sv, "\xFF\xFE"sv, "\xFE\xFF"sv, "\xFF\xFE\0\0"sv, "\0\0\xFE\xFF"sv,
 };
-
-// The second name is one that older files use.
-constexpr std::array<std::string_view, 2> HeaderlessSections = {Internal::GlobalSection,
-                                                                "vi_global"};
 
 void WriteBytes(std::string_view bytes, std::FILE* file) {
     // Failed writes go undetected, by the library's contract.
@@ -100,12 +95,11 @@ public:
 
 private:
     void WriteSection(const IniSection& section) {
-        std::string_view prefix = Document.NewLine;
-        if (HasHeader(section)) {
+        const bool hasHeader = HasHeader(section);
+        if (hasHeader) {
             WriteHeader(section);
-        } else {
-            prefix = {};
         }
+        std::string_view prefix = hasHeader ? std::string_view(Document.NewLine) : "";
         for (const IniKey& key : section.Keys) {
             const std::string_view lineEnd =
                 &key == &section.Keys.back() ? LastLineEnd : std::string_view();
@@ -114,9 +108,9 @@ private:
         }
     }
 
+    // The second name is one that older files use.
     static bool HasHeader(const IniSection& section) {
-        return std::find(HeaderlessSections.begin(), HeaderlessSections.end(), section.Name) ==
-               HeaderlessSections.end();
+        return section.Name != Internal::GlobalSection && section.Name != "vi_global";
     }
 
     void WriteHeader(const IniSection& section) {
@@ -124,7 +118,7 @@ private:
             Text += Document.NewLine;
         }
         Text += '[';
-        Internal::AppendEscaped(Text, section.Name);
+        AppendEscaped(Text, section.Name);
         Text += ']';
         AppendComment(section.Comment);
         if (section.Keys.empty()) {
@@ -137,66 +131,55 @@ private:
         switch (key.Kind) {
         case KeyKind::EmptyLine:
             Text += prefix;
-            AppendComment(key.Comment);
-            Flush();
+            WriteEnd(key, {});
             break;
         case KeyKind::Comment:
             Text += prefix;
             AppendCommentText(key);
-            AppendComment(key.Comment);
-            Text += lineEnd;
-            Flush();
+            WriteEnd(key, lineEnd);
             break;
         case KeyKind::Value:
             Text += prefix;
-            Internal::AppendEscaped(Text, key.Name);
+            AppendEscaped(Text, key.Name);
             AppendValue(key);
-            AppendComment(key.Comment);
-            Text += lineEnd;
-            Flush();
+            WriteEnd(key, lineEnd);
             break;
         case KeyKind::Array:
             for (const IniKey& element : key.Elements) {
+                const bool isLast = &element == &key.Elements.back();
                 Text += prefix;
-                AppendElement(key, element);
-                if (&element == &key.Elements.back()) {
-                    Text += lineEnd;
-                }
-                Flush();
+                AppendEscaped(Text, key.Name);
+                Text += '[';
+                AppendEscaped(Text, key.ExplicitIndex ? element.Name.Text() : "");
+                Text += ']';
+                AppendValue(element);
+                WriteEnd(element, isLast ? lineEnd : std::string_view());
             }
             break;
         }
     }
 
-    void AppendElement(const IniKey& array, const IniKey& element) {
-        Internal::AppendEscaped(Text, array.Name);
-        Text += '[';
-        if (array.ExplicitIndex) {
-            Internal::AppendEscaped(Text, element.Name);
-        }
-        Text += ']';
-        AppendValue(element);
-        AppendComment(element.Comment);
+    void WriteEnd(const IniKey& entry, std::string_view lineEnd) {
+        AppendComment(entry.Comment);
+        Text += lineEnd;
+        Flush();
     }
 
     void AppendValue(const IniKey& key) {
         Text += Space;
         Text += Document.AssignCharacter;
         Text += Space;
-        if (key.Quoted) {
-            Text += Document.QuoteCharacter;
-        }
-        Internal::AppendEscaped(Text, key.Value);
-        if (key.Quoted) {
-            Text += Document.QuoteCharacter;
-        }
+        const std::size_t quotes = key.Quoted ? 1 : 0;
+        Text.append(quotes, Document.QuoteCharacter);
+        AppendEscaped(Text, key.Value);
+        Text.append(quotes, Document.QuoteCharacter);
     }
 
     void AppendCommentText(const IniKey& key) {
         Text += Document.CommentCharacter;
         Text += ' ';
         const std::size_t begin = Text.size();
-        Internal::AppendEscaped(Text, key.Value);
+        AppendEscaped(Text, key.Value);
         if (key.Verbatim) {
             UnescapeFrom(Text, begin);
         }
@@ -207,7 +190,7 @@ private:
             Text += Space;
             Text += Document.CommentCharacter;
             Text += ' ';
-            Internal::AppendEscaped(Text, *comment);
+            AppendEscaped(Text, *comment);
         }
     }
 

@@ -49,7 +49,7 @@ public:
     FullDevice& operator=(const FullDevice&) = delete;
     ~FullDevice() {
         setrlimit(RLIMIT_FSIZE, &Before);
-        std::signal(SIGXFSZ, Handler);
+        static_cast<void>(std::signal(SIGXFSZ, Handler));
     }
 
 private:

@@ -24,7 +24,7 @@ IniKey MakeArray(const std::vector<std::string>& names) {
 std::string AutomaticIndexAfter(const std::vector<std::string>& names) {
     IniKey array = MakeArray(names);
     array.SetElement("", "new", false, false, "");
-    return array.Elements.back().Name;
+    return array.Elements.back().Name.Text();
 }
 
 TEST(KeyKind, HasTheNumbersOfTheFormat) {

@@ -12,7 +12,6 @@
 namespace velINI {
 namespace {
 
-using Testing::ContentOf;
 using Testing::Describe;
 using Testing::PrintedText;
 using Testing::TemporaryFolder;

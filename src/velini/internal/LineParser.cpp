@@ -45,10 +45,7 @@ std::string_view WithoutLeadingBlanks(std::string_view line) {
 }
 
 std::string_view WithoutTrailingBlanks(std::string_view text) {
-    while (text.ends_with(' ') || text.ends_with('\t')) {
-        text.remove_suffix(1);
-    }
-    return text;
+    return text.substr(0, text.find_last_not_of(" \t") + 1);
 }
 
 std::string_view WithoutLeadingSpace(std::string_view text) {

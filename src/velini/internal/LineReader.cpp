@@ -8,10 +8,8 @@
 namespace velINI::Internal {
 namespace {
 
-constexpr char32_t FirstHighSurrogate = 0xD800;
-constexpr char32_t LastHighSurrogate = 0xDBFF;
-constexpr char32_t FirstLowSurrogate = 0xDC00;
-constexpr char32_t LastLowSurrogate = 0xDFFF;
+constexpr bool IsHighSurrogate(char32_t unit) { return unit >> 10 == 0xD800 >> 10; }
+constexpr bool IsLowSurrogate(char32_t unit) { return unit >> 10 == 0xDC00 >> 10; }
 
 constexpr std::size_t EscapeDigits = 4;
 
@@ -123,12 +121,11 @@ void LineReader::DecodeEscape(std::size_t& position, std::string& out) const {
         if (second.Count < EscapeDigits) {
             throw std::runtime_error("Invalid code point for UTF-16 low surrogate pair!");
         }
-        if (first.Unit >= FirstHighSurrogate && first.Unit <= LastHighSurrogate) {
-            if (second.Unit < FirstLowSurrogate || second.Unit > LastLowSurrogate) {
+        if (IsHighSurrogate(first.Unit)) {
+            if (!IsLowSurrogate(second.Unit)) {
                 throw std::runtime_error("Invalid code point range for UTF-16 low surrogate pair!");
             }
-            codePoint = (first.Unit - FirstHighSurrogate) * 0x400 +
-                        (second.Unit - FirstLowSurrogate) + 0x10000;
+            codePoint = 0x10000 + ((first.Unit & 0x3FFU) << 10 | (second.Unit & 0x3FFU));
             end += 2 + EscapeDigits;
         }
     }

@@ -29,42 +29,26 @@ HashKey DrawKey() {
     }
 }
 
-class SipState {
-public:
-    explicit SipState(const HashKey& key)
-        : V{key.First ^ 0x736F6D6570736575, key.Second ^ 0x646F72616E646F6D,
-            key.First ^ 0x6C7967656E657261, key.Second ^ 0x7465646279746573} {}
+using SipState = std::array<std::uint64_t, 4>;
 
-    void Absorb(std::uint64_t word) {
-        V[3] ^= word;
-        Round();
-        V[0] ^= word;
-    }
+void Round(SipState& v) {
+    v[0] += v[1];
+    v[1] = std::rotl(v[1], 13) ^ v[0];
+    v[0] = std::rotl(v[0], 32);
+    v[2] += v[3];
+    v[3] = std::rotl(v[3], 16) ^ v[2];
+    v[0] += v[3];
+    v[3] = std::rotl(v[3], 21) ^ v[0];
+    v[2] += v[1];
+    v[1] = std::rotl(v[1], 17) ^ v[2];
+    v[2] = std::rotl(v[2], 32);
+}
 
-    std::uint64_t Finish() {
-        V[2] ^= 0xFF;
-        for (int round = 0; round < 3; ++round) {
-            Round();
-        }
-        return V[0] ^ V[1] ^ V[2] ^ V[3];
-    }
-
-private:
-    void Round() {
-        V[0] += V[1];
-        V[1] = std::rotl(V[1], 13) ^ V[0];
-        V[0] = std::rotl(V[0], 32);
-        V[2] += V[3];
-        V[3] = std::rotl(V[3], 16) ^ V[2];
-        V[0] += V[3];
-        V[3] = std::rotl(V[3], 21) ^ V[0];
-        V[2] += V[1];
-        V[1] = std::rotl(V[1], 17) ^ V[2];
-        V[2] = std::rotl(V[2], 32);
-    }
-
-    std::array<std::uint64_t, 4> V;
-};
+void Absorb(SipState& v, std::uint64_t word) {
+    v[3] ^= word;
+    Round(v);
+    v[0] ^= word;
+}
 
 // Up to eight bytes, in the order of the machine: the hash does not leave the process.
 std::uint64_t WordOf(const char* bytes, std::size_t count) {
@@ -77,14 +61,19 @@ std::uint64_t WordOf(const char* bytes, std::size_t count) {
 
 std::uint64_t NameHash(std::string_view name) {
     static const HashKey key = DrawKey();
-    SipState state(key);
+    SipState v = {key.First ^ 0x736F6D6570736575, key.Second ^ 0x646F72616E646F6D,
+                  key.First ^ 0x6C7967656E657261, key.Second ^ 0x7465646279746573};
     std::size_t position = 0;
     for (; name.size() - position >= 8; position += 8) {
-        state.Absorb(WordOf(name.data() + position, 8));
+        Absorb(v, WordOf(name.data() + position, 8));
     }
-    state.Absorb(std::uint64_t{name.size()} << 56 |
-                 WordOf(name.data() + position, name.size() - position));
-    return state.Finish();
+    const std::size_t rest = name.size() - position;
+    Absorb(v, std::uint64_t{name.size()} << 56 | WordOf(name.data() + position, rest));
+    v[2] ^= 0xFF;
+    for (int round = 0; round < 3; ++round) {
+        Round(v);
+    }
+    return v[0] ^ v[1] ^ v[2] ^ v[3];
 }
 
 } // namespace velINI::Internal
