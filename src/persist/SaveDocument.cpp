@@ -215,7 +215,7 @@ bool ReadMember(TaggedReader& reader, const TaggedValue& array, std::vector<Reco
     }
     TaggedValue element;
     while (reader.NextElement(array, element)) {
-        if (list.size() == MaxListElements || !ReadRecord(reader, element, list.emplace_back())) {
+        if (!ReadRecord(reader, element, list.emplace_back())) {
             return false;
         }
     }

@@ -96,9 +96,6 @@ struct SavedGame {
     bool IsWhole() const { return Complete && (!HasRunState || RunIsGood); }
 };
 
-/// More elements than this in one list make a run bad. No board has room for as many.
-inline constexpr std::size_t MaxListElements = 1000;
-
 /// Writes the whole file: the document as its run, or no run for null.
 void WriteSaveDocument(TaggedWriter& writer, const SaveDocument* run);
 

@@ -71,9 +71,33 @@ bool RoutePacket(const RunState& run, const Tile& tile, Packet& packet) {
     return false;
 }
 
+// A damaged save can list so many sinks that going through them for each packet would freeze the
+// frame. From here on they are looked up on a map of the board.
+constexpr std::size_t ManySinks = 64;
+
+void MapManySinks(const RunState& run, TickScratch& scratch) {
+    if (run.Sinks.size() < ManySinks) {
+        return;
+    }
+    scratch.SinkCells.assign(run.Tiles.size(), false);
+    for (const Endpoint& sink : run.Sinks) {
+        if (InBounds(run, sink.X, sink.Y)) {
+            scratch.SinkCells[TileIndex(run, sink.X, sink.Y)] = true;
+        }
+    }
+}
+
+bool HasArrived(const RunState& run, const TickScratch& scratch, const Packet& packet) {
+    if (run.Sinks.size() < ManySinks) {
+        return IsSinkCell(run, packet.X, packet.Y);
+    }
+    const std::size_t index = TileIndex(run, packet.X, packet.Y);
+    return run.Tiles[index].OccupiedBySink || scratch.SinkCells[index];
+}
+
 // Takes the packet one cell further. False when it has left the board, as lost or as delivered; it
 // is counted then.
-bool MovePacket(RunState& run, Packet& packet) {
+bool MovePacket(RunState& run, const TickScratch& scratch, Packet& packet) {
     if (packet.DelayTicks > 0) {
         --packet.DelayTicks;
         return true;
@@ -100,7 +124,7 @@ bool MovePacket(RunState& run, Packet& packet) {
     if (tile.Type == TileType::Buffer) {
         packet.DelayTicks = 1;
     }
-    if (IsSinkCell(run, packet.X, packet.Y)) {
+    if (HasArrived(run, scratch, packet)) {
         if (packet.Corrupted) {
             LosePacket(run);
         } else {
@@ -184,7 +208,9 @@ void RunTick(RunState& run, TickScratch& scratch) {
     if (spawning && run.Tick >= run.NextSpawnTick && !run.Sources.empty()) {
         SpawnPacket(run);
     }
-    KeepPackets(run.Packets, [&run](Packet& packet) { return MovePacket(run, packet); });
+    MapManySinks(run, scratch);
+    KeepPackets(run.Packets,
+                [&run, &scratch](Packet& packet) { return MovePacket(run, scratch, packet); });
     if (run.Packets.size() >= 2) {
         CollidePackets(run, scratch);
     }

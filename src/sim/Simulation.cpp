@@ -4,7 +4,6 @@
 #include "sim/RunCommands.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace Wirefall {
@@ -51,12 +50,18 @@ void SetFastForward(bool held) {
 void AdvanceSimulation(std::uint64_t deltaMs) {
     RunState& run = LiveRun();
     Simulation& simulation = TheSimulation;
-    // Up against the end of the range, where only a damaged save can put it, it stops growing.
-    const std::uint64_t room = std::numeric_limits<std::uint64_t>::max() - simulation.AccumulatorMs;
-    simulation.AccumulatorMs += std::min({deltaMs, MaxFrameMs, room});
-    for (int step = 0; simulation.AccumulatorMs >= StepMs && step < MaxStepsPerCall; ++step) {
-        const int ticks = run.FastForward && !run.GameOver ? FastForwardTicks : 1;
+    simulation.AccumulatorMs += std::min(deltaMs, MaxFrameMs);
+    std::uint64_t moves = 0;
+    for (int step = 0;
+         simulation.AccumulatorMs >= StepMs && step < MaxStepsPerCall && moves < MaxMovesPerCall;
+         ++step) {
+        if (LevelIsOver(run)) {
+            simulation.AccumulatorMs %= StepMs;
+            return;
+        }
+        const int ticks = run.FastForward ? FastForwardTicks : 1;
         for (int tick = 0; tick < ticks && !LevelIsOver(run); ++tick) {
+            moves += run.Packets.size();
             RunTick(run, simulation.Scratch);
             ++simulation.Revision;
         }

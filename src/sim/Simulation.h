@@ -19,16 +19,18 @@ namespace Wirefall {
 inline constexpr std::uint64_t StepMs = 125;
 /// The most time that one frame can feed in, so that the game slows down after a stall.
 inline constexpr std::uint64_t MaxFrameMs = 250;
-/// The most steps that one call runs. Play never has more than two waiting; only a damaged save
-/// can, and it must not freeze the frame.
+/// The most steps and the most moves of packets after which one call ends. Play never has more than
+/// two steps waiting and a handful of packets; only a damaged save can have more, and it must not
+/// freeze the frame.
 inline constexpr int MaxStepsPerCall = 1000;
+inline constexpr std::uint64_t MaxMovesPerCall = 1000000;
 inline constexpr int FastForwardTicks = 3;
 
 struct Simulation {
     Simulation() { ConstructRunState(Run); }
 
     RunState Run;
-    std::uint64_t AccumulatorMs = 0; ///< Milliseconds waiting to become steps; saved.
+    std::uint64_t AccumulatorMs = 0; ///< Milliseconds waiting to become steps; saved. Wraps around.
     std::uint64_t Revision = 0; ///< Grows by one at every change worth saving or showing; saved.
     bool RunInitialised = false;
     TickScratch Scratch;
@@ -52,7 +54,7 @@ void SetFastForward(bool held);
 
 /// Feeds the time of one frame to the live run and runs the steps that are due: one tick each, or
 /// three with fast forward held. Ticks stop at game over and when the level's target is reached,
-/// but their steps are used up all the same.
+/// but their steps are used up all the same, however many there are.
 void AdvanceSimulation(std::uint64_t deltaMs);
 
 /// Applies a command of RunCommands.h to the live run, between ticks.

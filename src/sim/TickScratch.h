@@ -17,6 +17,7 @@ struct TickScratch {
         std::int32_t Horizontal = 0;
     };
     std::vector<CellCount> CellCounts;
+    std::vector<bool> SinkCells; ///< Only of a run with many sinks.
     std::vector<Tile*> SpreadTargets;
 };
 

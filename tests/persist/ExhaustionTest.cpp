@@ -104,10 +104,10 @@ TEST_F(Exhaustion, TheHeaviestRunPlaysNoMoreThanAFramesTicksAtOnce) {
     const std::uint64_t before = GetRevision();
     AdvanceSimulation(MaxFrameMs);
     EXPECT_EQ(GetRevision() - before, std::uint64_t{MaxStepsPerCall} * FastForwardTicks);
-    EXPECT_LE(LiveRun().Packets.size(), 2 * MaxListElements);
+    EXPECT_LE(LiveRun().Packets.size(), 2 * Testing::HeavyListElements);
 }
 
-// Sixteen megabytes, the most that is read: of packets, of nested objects, and of one string.
+// Sixteen megabytes of packets, of nested objects, and of one string.
 TEST_F(Exhaustion, NoFileNeedsMuchMemory) {
     constexpr std::size_t Size = std::size_t{16} << 20;
     const auto expectModest = [this](const Bytes& content) {

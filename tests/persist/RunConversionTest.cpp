@@ -306,7 +306,7 @@ TEST_F(Install, PlaysOnWithNumbersAtTheEndOfTheirRange) {
     Document.SpawnIntervalTicks = Highest;
     Document.VirusActiveTicks = std::numeric_limits<std::uint64_t>::max() - 2;
     Document.AccumulatorMs = std::numeric_limits<std::uint64_t>::max();
-    Document.Packets.assign(MaxListElements, {Highest, Lowest, 1, true, Highest});
+    Document.Packets.assign(1000, {Highest, Lowest, 1, true, Highest});
     Installed();
     for (int frame = 0; frame < 20; ++frame) {
         AdvanceSimulation(MaxFrameMs);

@@ -153,13 +153,65 @@ TEST_F(Time, AHugeAccumulatorIsDrainedInPortions) {
     EXPECT_EQ(Accumulator(), 3U);
 }
 
-TEST_F(Time, AnAccumulatorAtTheEndOfItsRangeStaysThere) {
+TEST_F(Time, AnAccumulatorAtTheEndOfItsRangeWrapsAround) {
+    Accumulator() = std::numeric_limits<std::uint64_t>::max() - 100;
+    AdvanceSimulation(250);
+    EXPECT_EQ(LiveRun().Tick, 1U) << "149 are left beyond the end";
+    EXPECT_EQ(Accumulator(), 24U);
+}
+
+TEST_F(Time, AHugeAccumulatorIsDrainedAtOnceWhereNoTickCanRun) {
+    constexpr std::uint64_t Huge = std::numeric_limits<std::uint64_t>::max() - 250;
+    const std::uint64_t revision = GetRevision();
     LiveRun().GameOver = true;
-    for (const std::uint64_t missing : {0U, 100U, 250U}) {
-        Accumulator() = std::numeric_limits<std::uint64_t>::max() - missing;
-        AdvanceSimulation(250);
-        EXPECT_EQ(Accumulator(), std::numeric_limits<std::uint64_t>::max() - 125000);
+    Accumulator() = Huge;
+    AdvanceSimulation(0);
+    EXPECT_EQ(Accumulator(), Huge % 125);
+    LiveRun().GameOver = false;
+    LiveRun().DeliveredPackets = LiveRun().LevelTargetPackets;
+    Accumulator() = Huge;
+    AdvanceSimulation(250);
+    EXPECT_EQ(Accumulator(), (Huge + 250) % 125);
+    EXPECT_EQ(LiveRun().Tick, 0U);
+    EXPECT_EQ(GetRevision(), revision);
+}
+
+TEST_F(Time, ARunThatEndsOnTheWayDrainsWhatIsLeft) {
+    InstallLiveRun(WithPackets(DrawnRun({"→──⇐"}), {PacketAt(2, 0, Direction::Right)}));
+    LiveRun().LevelTargetPackets = 1;
+    Accumulator() = std::uint64_t{125} * 100000 + 7;
+    AdvanceSimulation(0);
+    EXPECT_EQ(LiveRun().Tick, 1U);
+    EXPECT_EQ(Accumulator(), 7U);
+}
+
+TEST_F(Time, ACallEndsAfterTheStepThatMakesItAMillionMoves) {
+    InstallLiveRun(WithPackets(DrawnRun({"→────────⇐"}), {}));
+    RunState& run = LiveRun();
+    run.FailureThreshold = std::numeric_limits<std::int32_t>::max();
+    run.LevelTargetPackets = std::numeric_limits<std::int32_t>::max();
+    run.Sources.clear();
+    Packet waiting = PacketAt(1, 0, Direction::Right);
+    waiting.DelayTicks = 1000; // So that they do not move on.
+    for (std::int32_t x = 1; x < 9; ++x) {
+        waiting.X = x;
+        run.Packets.push_back(waiting);
     }
+    Accumulator() = std::uint64_t{125} * 100000;
+    AdvanceSimulation(0);
+    EXPECT_EQ(LiveRun().Tick, 1000U) << "8,000 moves are not too many";
+
+    run.Packets.assign(400000, PacketAt(-1, 0, Direction::Up));
+    for (Packet& packet : run.Packets) {
+        packet.DelayTicks = 1000;
+    }
+    const std::uint64_t before = LiveRun().Tick;
+    AdvanceSimulation(0);
+    EXPECT_EQ(LiveRun().Tick - before, 1000U) << "those off the board are gone after one tick";
+    SetFastForward(true);
+    run.Packets.assign(1000000, PacketAt(-1, 0, Direction::Up));
+    AdvanceSimulation(0);
+    EXPECT_EQ(LiveRun().Tick - before, 1003U) << "the step is made whole";
 }
 
 // --- Graces and spawning

@@ -67,10 +67,10 @@ SaveDocument HeaviestDocument() {
     constexpr DocumentTile InfectedCross = {
         static_cast<std::int32_t>(TileType::Cross), AllExits, true, false, false, false, 0};
     std::ranges::fill(document.Tiles, InfectedCross);
-    document.Sources.assign(MaxListElements, {0, 0, 1});
-    document.Sinks.assign(MaxListElements, {9, 9, 3});
+    document.Sources.assign(HeavyListElements, {0, 0, 1});
+    document.Sinks.assign(HeavyListElements, {9, 9, 3});
     document.Packets.clear();
-    for (std::size_t i = 0; i < MaxListElements; ++i) {
+    for (std::size_t i = 0; i < HeavyListElements; ++i) {
         const auto cell = static_cast<std::int32_t>(i % 100);
         document.Packets.push_back(
             {cell % 10, cell / 10, static_cast<std::int32_t>(i / 100 % 4), false, 0});

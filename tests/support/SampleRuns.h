@@ -7,6 +7,7 @@
 #include "sim/MersenneTwister.h"
 #include "sim/RunState.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Wirefall::Testing {
@@ -27,9 +28,10 @@ private:
 /// Makes the live run one of that level, played for `ticks`, that random play does not end.
 void StartSampleRun(std::int32_t level, std::uint32_t seed, int ticks);
 
-/// A save that is let in and asks for the most work: as many sources, sinks and packets as a list
-/// may have, on a board of infected crosses, in a level without an end, with steps waiting for
-/// centuries.
+inline constexpr std::size_t HeavyListElements = 1000;
+
+/// A save that is let in and asks for much work: that many sources, sinks and packets, on a board
+/// of infected crosses, in a level without an end, with steps waiting for centuries.
 SaveDocument HeaviestDocument();
 
 /// What loading makes of the tiles of a run that is valid otherwise: a Firewall is never infected,
