@@ -34,8 +34,10 @@ public:
     LeanList(std::initializer_list<Record> records) : LeanList(std::vector<Record>(records)) {}
     LeanList(const LeanList& other) : LeanList(other.List()) {}
     LeanList(LeanList&&) noexcept = default;
-    LeanList& operator=(const LeanList& other) { return *this = LeanList(other); }
-    LeanList& operator=(LeanList&&) noexcept = default;
+    LeanList& operator=(LeanList other) noexcept {
+        Content = std::move(other.Content);
+        return *this;
+    }
     ~LeanList() = default;
 
     /// The vector itself. Good until the list is assigned to or cleared.

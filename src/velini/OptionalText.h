@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velINI {
 
@@ -24,8 +25,10 @@ public:
     OptionalText(const OptionalText& other)
         : Text(other.Text ? std::make_unique<std::string>(*other.Text) : nullptr) {}
     OptionalText(OptionalText&&) noexcept = default;
-    OptionalText& operator=(const OptionalText& other) { return *this = OptionalText(other); }
-    OptionalText& operator=(OptionalText&&) noexcept = default;
+    OptionalText& operator=(OptionalText other) noexcept {
+        Text = std::move(other.Text);
+        return *this;
+    }
     ~OptionalText() = default;
 
     void SetUnlessEmpty(std::string_view text) {
