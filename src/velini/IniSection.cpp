@@ -90,6 +90,8 @@ void IniSection::AddEmptyLine(std::string_view keyName, InsertPosition position,
     Insert(*this, position, anchor, MakeEntry(KeyKind::EmptyLine, keyName, {}));
 }
 
+// Its callers fix what it takes.
+// NOLINTNEXTLINE(readability-function-size)
 void IniSection::SetArrayElement(std::string_view keyName, std::string_view value, bool quoted,
                                  bool hasComment, std::string_view comment, std::string_view index,
                                  bool explicitIndex) {
