@@ -72,8 +72,8 @@ SaveDocument Reloaded() {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const StorageFolder Folder;
-    std::ofstream(Folder.SaveFile(), std::ios::binary)
+    static const StorageFolder folder;
+    std::ofstream(folder.SaveFile(), std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     LiveSimulation() = Simulation{};
     GameApp app;
