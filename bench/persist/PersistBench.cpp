@@ -19,11 +19,13 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <msgpack.hpp>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 
 namespace Wirefall {
 namespace {
@@ -261,7 +263,9 @@ public:
 protected:
     static void WriteBytes(const std::string& path, const Bytes& bytes) {
         const FileHandle file(std::fopen(path.c_str(), "wb"));
-        std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+        if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
+            throw std::runtime_error("The sample cannot be written.");
+        }
     }
 
     static Bytes ReadBytes(const std::string& path) {
@@ -354,7 +358,7 @@ BENCHMARK_F(Level12, FirstFrameOfTheHeaviestSave)(benchmark::State& state) {
 void LoadLongestOptions(benchmark::State& state, const char* line) {
     const Testing::UserFolder user;
     std::string text = "[Options]\n";
-    while (text.size() < 256 * 1024) {
+    while (text.size() < std::size_t{256} * 1024) {
         text += line;
     }
     user.Create();

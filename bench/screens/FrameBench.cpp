@@ -14,6 +14,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <ctime>
 #include <functional>
@@ -41,7 +42,7 @@ struct BenchmarkedFrame {
     bool RedrawRain = false;
 };
 
-constexpr BenchmarkedFrame Frames[] = {
+constexpr auto Frames = std::to_array<BenchmarkedFrame>({
     {"Playing", "board-busy"},
     {"PlayingFirstBoard", "board-first"},
     {"MainMenu", "menu-saved-run"},
@@ -54,7 +55,7 @@ constexpr BenchmarkedFrame Frames[] = {
     {"GameOver", "game-over"},
     {"OptionsControls", "options-controls-gamepad-first"},
     {"OptionsGraphics", "options-graphics-first"},
-};
+});
 
 const Scene& SceneByName(std::string_view name) {
     const auto scenes = Testing::AllScenes();

@@ -6,6 +6,7 @@
 #include <SDL3/SDL_scancode.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -221,11 +222,11 @@ TEST_F(ActionLabels, NameTheActionsOfEachDevice) {
 }
 
 TEST_F(ActionLabels, BeginAJoysticksTableWithRotation) {
-    constexpr const char* Labels[] = {"ROTATE LEFT",  "ROTATE RIGHT", "PLACE TILE", "FAST FORWARD",
-                                      "MENU CONFIRM", "MENU BACK",    "CURSOR UP",  "CURSOR DOWN",
-                                      "CURSOR LEFT",  "CURSOR RIGHT"};
-    for (std::int32_t i = 0; i < 10; ++i) {
-        EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, i), Labels[i]);
+    constexpr auto Labels =
+        std::to_array({"ROTATE LEFT", "ROTATE RIGHT", "PLACE TILE", "FAST FORWARD", "MENU CONFIRM",
+                       "MENU BACK", "CURSOR UP", "CURSOR DOWN", "CURSOR LEFT", "CURSOR RIGHT"});
+    for (std::size_t i = 0; i < Labels.size(); ++i) {
+        EXPECT_EQ(ActionLabel(ControlsDevice::Joystick, static_cast<std::int32_t>(i)), Labels[i]);
     }
 }
 
