@@ -27,6 +27,10 @@ Change Number1(const char* field, Number RunState::*member) {
             [member](Simulation& s) { s.Run.*member = static_cast<Number>(s.Run.*member + 1); }};
 }
 
+auto Flipped(bool Tile::*member) {
+    return [member](Simulation& s) { s.Run.Tiles[3].*member = !(s.Run.Tiles[3].*member); };
+}
+
 // Every member of the state, and every member of what it is made of.
 std::vector<Change> AllChanges() {
     return {
@@ -34,10 +38,10 @@ std::vector<Change> AllChanges() {
         Number1("GridHeight", &RunState::GridHeight),
         {"Tiles", "Type", [](Simulation& s) { s.Run.Tiles[3].Type = TileType::Buffer; }},
         {"Tiles", "Connections", [](Simulation& s) { s.Run.Tiles[3].Connections ^= 4; }},
-        {"Tiles", "VirusInfected", [](Simulation& s) { s.Run.Tiles[3].VirusInfected ^= true; }},
-        {"Tiles", "Source", [](Simulation& s) { s.Run.Tiles[3].OccupiedBySource ^= true; }},
-        {"Tiles", "Sink", [](Simulation& s) { s.Run.Tiles[3].OccupiedBySink ^= true; }},
-        {"Tiles", "Consumed", [](Simulation& s) { s.Run.Tiles[3].Consumed ^= true; }},
+        {"Tiles", "VirusInfected", Flipped(&Tile::VirusInfected)},
+        {"Tiles", "Source", Flipped(&Tile::OccupiedBySource)},
+        {"Tiles", "Sink", Flipped(&Tile::OccupiedBySink)},
+        {"Tiles", "Consumed", Flipped(&Tile::Consumed)},
         {"Tiles", "Cooldown", [](Simulation& s) { s.Run.Tiles[3].CooldownTicks = 1 << 24; }},
         {"Tiles", "Order", [](Simulation& s) { std::swap(s.Run.Tiles[55], s.Run.Tiles[53]); }},
         {"Packets", "Count", [](Simulation& s) { s.Run.Packets.emplace_back(); }},

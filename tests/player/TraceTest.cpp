@@ -17,6 +17,7 @@ std::size_t FieldNamed(std::string_view name) {
 
 std::vector<std::string_view> NamesOf(const std::vector<std::size_t>& fields) {
     std::vector<std::string_view> names;
+    names.reserve(fields.size());
     for (const std::size_t field : fields) {
         names.push_back(StateFieldName(field));
     }

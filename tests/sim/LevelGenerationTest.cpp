@@ -205,8 +205,8 @@ struct RecipeBoard {
 RecipeBoard DrawBoard(Recipe& recipe, std::int32_t level) {
     RecipeBoard board;
     const std::uint32_t edge = recipe.Draw(0, 3);
-    const std::uint32_t at = recipe.Draw(0, 9);
-    const std::uint32_t to = recipe.Draw(0, 9);
+    const std::size_t at = recipe.Draw(0, 9);
+    const std::size_t to = recipe.Draw(0, 9);
     // Left, right, top, bottom.
     const std::array<std::size_t, 4> cells = {at * 10, at * 10 + 9, at, 90 + at};
     const std::array<std::size_t, 4> opposite = {to * 10 + 9, to * 10, 90 + to, to};
@@ -411,6 +411,7 @@ TEST(LevelGeneration, ANegativeLevelFromADamagedRunStillMakesABoard) {
 
 std::vector<Cell> Numbered(std::int32_t count) {
     std::vector<Cell> list;
+    list.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) {
         list.push_back({i, -i});
     }
