@@ -67,7 +67,7 @@ TEST_F(Commands, EachCodeDoesWhatItsKeyDoes) {
     InstallLiveRun(DrawnRun({"→─⇐"}));
     const RunState before = LiveRun();
     for (std::uint32_t code = 0; code < 600; ++code) {
-        if (known.count(code) == 0) {
+        if (!known.contains(code)) {
             EXPECT_FALSE(Give(code)) << code;
         }
     }
