@@ -11,20 +11,20 @@ namespace Wirefall::Music {
 void VoiceFilter::Tune(double cutoff, double q) {
     const double g = std::tan(std::numbers::pi * std::min(cutoff / SampleRate, 0.45));
     K = 1 / q;
-    a1_ = 1 / (1 + g * (g + K));
-    a2_ = g * a1_;
-    a3_ = g * a2_;
+    A1 = 1 / (1 + g * (g + K));
+    A2 = g * A1;
+    A3 = g * A2;
 }
 
 double VoiceFilter::Process(FilterKind kind, double sample) {
     if (kind == FilterKind::None) {
         return sample;
     }
-    const double v3 = sample - s2_;
-    const double band = a1_ * s1_ + a2_ * v3;
-    const double low = s2_ + a2_ * s1_ + a3_ * v3;
-    s1_ = 2 * band - s1_;
-    s2_ = 2 * low - s2_;
+    const double v3 = sample - S2;
+    const double band = A1 * S1 + A2 * v3;
+    const double low = S2 + A2 * S1 + A3 * v3;
+    S1 = 2 * band - S1;
+    S2 = 2 * low - S2;
     switch (kind) {
     case FilterKind::Lowpass:
         return low;

@@ -17,8 +17,8 @@ public:
     double Process(FilterKind kind, double sample);
 
 private:
-    double K = 0, a1_ = 0, a2_ = 0, a3_ = 0; // coefficients
-    double s1_ = 0, s2_ = 0;                 // state
+    double K = 0, A1 = 0, A2 = 0, A3 = 0; // coefficients
+    double S1 = 0, S2 = 0;                // state
 };
 
 /// A lowpass of the first order, for what goes around in echo and reverb.
