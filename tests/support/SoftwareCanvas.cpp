@@ -46,7 +46,7 @@ SoftwareCanvas::~SoftwareCanvas() {
     ReleaseTextureAtlas();
 }
 
-void SoftwareCanvas::Clear() {
+void SoftwareCanvas::Clear() const {
     SetDrawColor(Renderer(), Rgba(0x000000ff));
     SDL_RenderClear(Renderer());
 }

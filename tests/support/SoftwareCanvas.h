@@ -56,7 +56,7 @@ public:
     SDL_Renderer* Renderer() const { return RendererOwner.get(); }
 
     /// Makes the whole surface black, as each frame begins.
-    void Clear();
+    void Clear() const;
 
     /// What has been drawn since then.
     Picture Read();
