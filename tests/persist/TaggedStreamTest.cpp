@@ -15,7 +15,6 @@
 namespace Wirefall {
 namespace {
 
-using Testing::BytesOf;
 using Testing::CapturedErrors;
 using Testing::FromHex;
 using Testing::FullDisk;
@@ -226,38 +225,38 @@ TEST(TaggedReader, WalksTheWorkedExample) {
     ASSERT_EQ(root.Tag, TagKind::Object);
     EXPECT_EQ(root.Depth, 1U);
     TaggedValue key;
-    TaggedValue value;
+    TaggedValue member;
 
-    ASSERT_TRUE(reader.NextMember(root, key, value));
+    ASSERT_TRUE(reader.NextMember(root, key, member));
     EXPECT_EQ(KeyOf(key), "Version");
     EXPECT_EQ(key.Depth, 0U);
-    EXPECT_EQ(std::get<std::int32_t>(value.Value), 2);
-    ASSERT_TRUE(reader.NextMember(root, key, value));
+    EXPECT_EQ(std::get<std::int32_t>(member.Value), 2);
+    ASSERT_TRUE(reader.NextMember(root, key, member));
     EXPECT_EQ(KeyOf(key), "Name");
-    EXPECT_EQ(std::get<std::string>(value.Value), "Ab");
-    ASSERT_TRUE(reader.NextMember(root, key, value));
+    EXPECT_EQ(std::get<std::string>(member.Value), "Ab");
+    ASSERT_TRUE(reader.NextMember(root, key, member));
     EXPECT_EQ(KeyOf(key), "Open");
-    EXPECT_TRUE(std::get<bool>(value.Value));
-    ASSERT_TRUE(reader.NextMember(root, key, value));
+    EXPECT_TRUE(std::get<bool>(member.Value));
+    ASSERT_TRUE(reader.NextMember(root, key, member));
     EXPECT_EQ(KeyOf(key), "Id");
-    EXPECT_EQ(std::get<std::uint64_t>(value.Value), 5U);
-    ASSERT_TRUE(reader.NextMember(root, key, value));
+    EXPECT_EQ(std::get<std::uint64_t>(member.Value), 5U);
+    ASSERT_TRUE(reader.NextMember(root, key, member));
     EXPECT_EQ(KeyOf(key), "List");
-    ASSERT_EQ(value.Tag, TagKind::Array);
-    EXPECT_EQ(value.Depth, 2U);
+    ASSERT_EQ(member.Tag, TagKind::Array);
+    EXPECT_EQ(member.Depth, 2U);
     EXPECT_EQ(reader.Depth, 2U);
 
     TaggedValue element;
-    ASSERT_TRUE(reader.NextElement(value, element));
+    ASSERT_TRUE(reader.NextElement(member, element));
     EXPECT_EQ(std::get<std::int32_t>(element.Value), 7);
-    ASSERT_TRUE(reader.NextElement(value, element));
+    ASSERT_TRUE(reader.NextElement(member, element));
     EXPECT_EQ(std::get<std::int32_t>(element.Value), 8);
-    EXPECT_FALSE(reader.NextElement(value, element));
+    EXPECT_FALSE(reader.NextElement(member, element));
     EXPECT_EQ(reader.Depth, 1U);
 
-    EXPECT_FALSE(reader.NextMember(root, key, value));
+    EXPECT_FALSE(reader.NextMember(root, key, member));
     EXPECT_EQ(key.Tag, TagKind::End);
-    EXPECT_EQ(value.Tag, TagKind::Array) << "The value of the pair before stays";
+    EXPECT_EQ(member.Tag, TagKind::Array) << "The value of the pair before stays";
     EXPECT_EQ(reader.Depth, 0U);
     EXPECT_EQ(reader.Position, 83U);
     EXPECT_FALSE(reader.Failed);

@@ -71,7 +71,7 @@ TEST_F(Rain, RoundsAFractionalWidth) {
 }
 
 TEST_F(Rain, IsDrawnAnewOnlyWhenATickMoves) {
-    FreezeClock(230 * 7);
+    FreezeClock(std::uint64_t{230} * 7);
     const Picture first = Shown(true);
     EXPECT_EQ(RainCache.TickA, 7U);
     EXPECT_EQ(RainCache.TickB, 3U);
@@ -82,12 +82,12 @@ TEST_F(Rain, IsDrawnAnewOnlyWhenATickMoves) {
         SDL_SetRenderTarget(Canvas.Renderer(), nullptr);
     };
     spoil();
-    FreezeClock(230 * 8 - 1);
+    FreezeClock(std::uint64_t{230} * 8 - 1);
     EXPECT_EQ(Shown(true).At(0, 0), (Rgb{255, 0, 0}));
-    FreezeClock(230 * 8);
+    FreezeClock(std::uint64_t{230} * 8);
     EXPECT_NE(Shown(true).At(0, 0), (Rgb{255, 0, 0}));
     spoil();
-    FreezeClock(520 * 4);
+    FreezeClock(std::uint64_t{520} * 4);
     EXPECT_NE(Shown(true).At(0, 0), (Rgb{255, 0, 0}));
     EXPECT_EQ(RainCache.TickB, 4U);
 }
