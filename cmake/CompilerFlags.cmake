@@ -48,11 +48,6 @@ if(WIREFALL_SANITIZERS)
   target_link_options(wirefall_flags INTERFACE -fsanitize=${WIREFALL_SANITIZERS})
 endif()
 
-if(WIREFALL_BUILD_FUZZERS)
-  # Coverage feedback for libFuzzer in every library that a fuzzer may link.
-  target_compile_options(wirefall_flags INTERFACE -fsanitize=fuzzer-no-link)
-endif()
-
 if(WIREFALL_COVERAGE)
   target_compile_options(wirefall_flags INTERFACE --coverage)
   target_link_options(wirefall_flags INTERFACE --coverage)

@@ -42,10 +42,15 @@ fail_with_log() {
 # runs the EXIT trap when a signal ends it, so signals are turned into ordinary exits.
 remove_at_end() {
   folder_to_remove=$1
-  trap 'rm -rf "$folder_to_remove"' EXIT
-  trap 'exit 129' HUP
-  trap 'exit 130' INT
-  trap 'exit 143' TERM
+  trap 'ignore_signals; rm -rf "$folder_to_remove"' EXIT
+  trap 'ignore_signals; exit 129' HUP
+  trap 'ignore_signals; exit 130' INT
+  trap 'ignore_signals; exit 143' TERM
+}
+
+# A second signal may come at once, and must not end what the first one has begun.
+ignore_signals() {
+  trap '' HUP INT TERM
 }
 
 remove_now() {

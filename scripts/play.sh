@@ -44,10 +44,13 @@ play_on_virtual_display() {
   say "there is no display; the game is running on the virtual display $DISPLAY (Ctrl-C ends it)."
   # Neither the game nor the X server may outlive this script. A shell starts what it runs in
   # the background deaf to Ctrl-C, so whatever ends us is passed on as the ordinary request
-  # to end.
+  # to end, also where it comes before we know whom to pass it to.
+  game=
+  told_to_end=
+  trap 'told_to_end=yes; [ -z "$game" ] || kill "$game" 2>/dev/null' HUP INT TERM
   "$@" <&0 &
   game=$!
-  trap 'kill "$game" 2>/dev/null' HUP INT TERM
+  [ -z "$told_to_end" ] || kill "$game" 2>/dev/null
   wait "$game"
   status=$?
   # A signal ends the waiting, but the game has to do so itself.
@@ -65,8 +68,8 @@ start_virtual_display() {
   number_file=$(mktemp) || fail "no temporary file can be made."
   $(command -v setsid) Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp 3>"$number_file" >>"$log" 2>&1 &
   x_server=$!
-  trap 'kill "$x_server" 2>/dev/null; wait "$x_server"; rm -f "$number_file"' EXIT
-  trap 'exit 130' HUP INT TERM
+  trap 'ignore_signals; kill "$x_server" 2>/dev/null; wait "$x_server"; rm -f "$number_file"' EXIT
+  trap 'ignore_signals; exit 130' HUP INT TERM
   tries=0
   until [ -s "$number_file" ]; do
     tries=$((tries + 1))

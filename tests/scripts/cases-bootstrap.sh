@@ -311,7 +311,8 @@ end
 begin "two runs at once build SDL once"
 wish seconds 1
 play_behind run --prepare
-enter_stage timeout -k 1 60 "$shell" "$tree/run" --prepare >"$scene/second" 2>&1 </dev/null &
+# shellcheck disable=SC2086 # several words
+enter_stage timeout $time_limits "$shell" "$tree/run" --prepare >"$scene/second" 2>&1 </dev/null &
 second=$!
 wait "$player"
 status=$?

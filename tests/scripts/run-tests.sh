@@ -103,11 +103,16 @@ enter_stage() {
     HOME="$home" TMPDIR="$scene/tmp" $variables "$@"
 }
 
-# play SCRIPT ARGUMENT...: run it to its end, which must not be long in coming.
+# A script that hangs is ended after a minute, and killed after another: timeout counts the second
+# one from any signal that it passes on, and on a busy machine a script takes its time to tidy up.
+time_limits="-k 60 60"
+
+# play SCRIPT ARGUMENT...: run it to its end.
 play() {
   script=$1
   shift
-  (enter_stage timeout -k 1 60 "$shell" "$tree/$script" "$@") >"$scene/stdout" 2>"$scene/stderr" </dev/null
+  # shellcheck disable=SC2086 # several words
+  (enter_stage timeout $time_limits "$shell" "$tree/$script" "$@") >"$scene/stdout" 2>"$scene/stderr" </dev/null
   status=$?
 }
 
@@ -117,7 +122,8 @@ player=
 play_behind() {
   script=$1
   shift
-  enter_stage "$setsid" timeout --foreground -k 1 60 "$shell" "$tree/$script" "$@" \
+  # shellcheck disable=SC2086 # several words
+  enter_stage "$setsid" timeout --foreground $time_limits "$shell" "$tree/$script" "$@" \
     >"$scene/stdout" 2>"$scene/stderr" </dev/null &
   player=$!
 }
@@ -128,7 +134,7 @@ wait_for() {
   tries=0
   until [ -e "$1" ]; do
     tries=$((tries + 1))
-    if [ "$tries" -gt 200 ]; then
+    if [ "$tries" -gt 1200 ]; then
       wrong "$1 never came to be"
       return
     fi

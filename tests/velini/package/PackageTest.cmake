@@ -8,9 +8,11 @@ function(run)
   execute_process(COMMAND ${ARGV} WORKING_DIRECTORY "${WORK}" COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+# It is the package that is tried and not the compiler, so several files make one unit.
 function(build source folder)
   run("${CMAKE_COMMAND}" -S "${source}" -B "${WORK}/${folder}" -G "${GENERATOR}"
-      "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Debug "-DBUILD_SHARED_LIBS=${SHARED}"
+      "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_UNITY_BUILD=ON
+      "-DBUILD_SHARED_LIBS=${SHARED}"
       ${ARGN})
   run("${CMAKE_COMMAND}" --build "${WORK}/${folder}")
 endfunction()
