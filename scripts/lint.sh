@@ -9,8 +9,9 @@ source_files() {
   (cd "$WIREFALL_ROOT" && find src tests bench fuzz tools -name '*.cpp' -o -name '*.h' | sort)
 }
 
-# Those that are compiled. A header is checked with whoever includes it.
-compiled_files() {
+# What would be compiled: the files of a test program together, where their names allow that, so that
+# what they all include is read once. A header is checked with whoever includes it.
+units() {
   sed -n 's/^ *"file": "\(.*\)",*$/\1/p' "$WIREFALL_ROOT/build/$lint_preset/compile_commands.json" | sort -u
 }
 
@@ -32,11 +33,11 @@ lint() {
     (cd "$WIREFALL_ROOT" && source_files | xargs clang-format --dry-run --Werror) 2>&1 ||
       echo "error: clang-format refuses files."
     # The count of warnings in headers that are not ours is of no interest.
-    compiled_files | xargs -P "$(number_of_jobs)" -n 1 \
+    units | xargs -P "$(number_of_jobs)" -n 1 \
       clang-tidy --quiet -p "$WIREFALL_ROOT/build/$lint_preset" 2>/dev/null ||
       echo "error: clang-tidy refuses files."
   } | tee -a "$log" >&2
-  say "lint: $(compiled_files | wc -l) files checked."
+  say "lint: $(source_files | wc -l) files checked."
   ! grep -qE '(warning|error):' "$log" ||
     fail "the sources are not as .clang-format and .clang-tidy have them; the log is $log."
 }

@@ -82,7 +82,7 @@ succeeds
 calls 1 '^clang-format .*src/One.cpp src/One.h$'
 calls 1 '^clang-tidy .*/src/One.cpp$'
 calls 0 '^cmake --build'
-says '^Wirefall: lint: 1 files checked\.$'
+says '^Wirefall: lint: 2 files checked\.$'
 end
 
 begin_lint "a file that the lint finds something in"

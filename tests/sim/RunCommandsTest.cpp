@@ -89,15 +89,15 @@ TEST_F(Commands, TheCursorStopsAtTheWalls) {
 }
 
 TEST_F(Commands, ACursorOfADamagedRunComesBackToTheBoard) {
-    constexpr std::int32_t Min = std::numeric_limits<std::int32_t>::min();
-    constexpr std::int32_t Max = std::numeric_limits<std::int32_t>::max();
-    PutCursor(Min, Min);
+    constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
+    PutCursor(Lowest, Lowest);
     EXPECT_FALSE(Give(Place));
     EXPECT_TRUE(Give(Left));
     EXPECT_TRUE(Give(Up));
     EXPECT_EQ(LiveRun().CursorX, 0);
     EXPECT_EQ(LiveRun().CursorY, 0);
-    PutCursor(Max, Max);
+    PutCursor(Highest, Highest);
     EXPECT_FALSE(Give(Place));
     EXPECT_TRUE(Give(Right));
     EXPECT_TRUE(Give(Down));
