@@ -75,6 +75,7 @@ clang-tidy
 jwm
 libbenchmark-dev
 libclang-rt-dev
+libflac-dev
 libgmock-dev
 libgtest-dev
 libinih-dev

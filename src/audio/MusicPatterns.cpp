@@ -108,24 +108,34 @@ std::string ResolvePath(const std::string& fileName) {
     return WithSeparator(folder) + fileName;
 }
 
-// Whether the audio begins with something that can be played. The mixer's thread would look for the
-// first sound of an empty or broken piece for ever, since music loops.
-bool BeginsWithSound(MIX_Audio* audio) {
-    const SDL_AudioSpec format = {SDL_AUDIO_F32, 2, 44100};
-    const MixerHandle mixer(MIX_CreateMixer(&format));
-    MIX_Track* const track = MIX_CreateTrack(mixer.get());
-    if (track == nullptr || !MIX_SetTrackAudio(track, audio) || !MIX_PlayTrack(track, 0)) {
+// Whether the audio can be played on and on. In a loop without end the mixer's thread would look
+// for the first sound of an empty or broken piece for ever. So here the loop has one, so late that
+// the shortest piece is still playing when there is enough for the device. What gives nothing, or
+// too little for the mixer to get on, has used up its turns by then.
+bool CanLoop(MIX_Audio* audio, MIX_Mixer* mixer) {
+    constexpr int MostLoops = 5000;
+    SDL_AudioSpec format = {SDL_AUDIO_F32, 2, 44100};
+    MIX_GetMixerFormat(mixer, &format);
+    const MixerHandle trial(MIX_CreateMixer(&format));
+    MIX_Track* const track = MIX_CreateTrack(trial.get());
+    if (track == nullptr || !MIX_SetTrackAudio(track, audio)) {
         return false;
     }
-    std::array<float, 2048> start{}; // As much as devices usually ask for.
-    MIX_Generate(mixer.get(), start.data(), sizeof(start));
-    return MIX_GetTrackPlaybackPosition(track) > 0 ||
-           SDL_SetError("There is no sound at its beginning");
+    const SDL_PropertiesID loops = SDL_CreateProperties();
+    SDL_SetNumberProperty(loops, MIX_PROP_PLAY_LOOPS_NUMBER, MostLoops);
+    const bool plays = MIX_PlayTrack(track, loops);
+    SDL_DestroyProperties(loops);
+    if (!plays) {
+        return false;
+    }
+    std::array<std::uint8_t, 4096> start{}; // About as much as devices ask for.
+    MIX_Generate(trial.get(), start.data(), sizeof(start));
+    return MIX_TrackPlaying(track) || SDL_SetError("There is no sound in it");
 }
 
 AudioHandle LoadPatternAudio(MIX_Mixer* mixer, const std::string& path) {
     AudioHandle audio(MIX_LoadAudio(mixer, path.c_str(), false));
-    if (audio && !BeginsWithSound(audio.get())) {
+    if (audio && !CanLoop(audio.get(), mixer)) {
         audio.reset();
     }
     return audio;

@@ -5,6 +5,7 @@
 
 #include <SDL3/SDL_filesystem.h>
 
+#include <FLAC/stream_encoder.h>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -12,6 +13,7 @@
 #include <complex>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <numbers>
 #include <stdexcept>
 #include <thread>
@@ -117,6 +119,28 @@ Bytes WavFile(const WavFormat& format, std::span<const float> samples) {
         Append(file, static_cast<std::uint32_t>(std::lround(sample * 32767.0F)), 2);
     }
     return file;
+}
+
+void WriteFlacFile(const std::filesystem::path& path, const WavFormat& format,
+                   std::span<const float> samples, unsigned blockFrames) {
+    std::vector<FLAC__int32> values;
+    values.reserve(samples.size());
+    for (const float sample : samples) {
+        values.push_back(static_cast<FLAC__int32>(std::lround(sample * 32767.0F)));
+    }
+    const std::unique_ptr<FLAC__StreamEncoder, decltype(&FLAC__stream_encoder_delete)> encoder(
+        FLAC__stream_encoder_new(), FLAC__stream_encoder_delete);
+    const auto channels = static_cast<unsigned>(format.Channels);
+    FLAC__stream_encoder_set_channels(encoder.get(), channels);
+    FLAC__stream_encoder_set_sample_rate(encoder.get(), static_cast<unsigned>(format.Rate));
+    FLAC__stream_encoder_set_blocksize(encoder.get(), blockFrames);
+    if (FLAC__stream_encoder_init_file(encoder.get(), path.c_str(), nullptr, nullptr) !=
+            FLAC__STREAM_ENCODER_INIT_STATUS_OK ||
+        FLAC__stream_encoder_process_interleaved(
+            encoder.get(), values.data(), static_cast<unsigned>(values.size()) / channels) == 0 ||
+        FLAC__stream_encoder_finish(encoder.get()) == 0) {
+        throw std::runtime_error("No FLAC file can be written");
+    }
 }
 
 velINI::velINIStream DocumentOf(std::string_view text) {

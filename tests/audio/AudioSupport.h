@@ -44,6 +44,10 @@ std::vector<float> Tone(const WavFormat& format, int frames, double hz, float am
 /// The file of 16-bit samples.
 Bytes WavFile(const WavFormat& format, std::span<const float> samples);
 
+/// Writes a FLAC file of 16-bit samples, compressed in blocks of so many frames (16 or more).
+void WriteFlacFile(const std::filesystem::path& path, const WavFormat& format,
+                   std::span<const float> samples, unsigned blockFrames);
+
 /// The document of an INI file with this text.
 velINI::velINIStream DocumentOf(std::string_view text);
 

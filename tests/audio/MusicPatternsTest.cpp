@@ -393,6 +393,34 @@ TEST_F(BadAudio, ASingleFrameIsMusicEnough) {
     EXPECT_TRUE(Plays("bad.wav"));
 }
 
+// Shorter than what a device asks for at a time, in one block and in several.
+TEST_F(BadAudio, AFewFramesOfCompressedMusicAreEnough) {
+    for (const WavFormat& format : std::vector<WavFormat>{{44100, 2}, {8000, 2}, {192000, 6}}) {
+        for (const unsigned blockFrames : {16U, 192U, 4096U}) {
+            for (const int frames : {1, 2, 16, 17, 100, 441, 1000, 1323, 5000}) {
+                const std::vector<float> samples(static_cast<std::size_t>(frames * format.Channels),
+                                                 0.5F);
+                Testing::WriteFlacFile(Folder.Path() / "short.flac", format, samples, blockFrames);
+                EXPECT_TRUE(Plays("short.flac"))
+                    << frames << " frames at " << format.Rate << " in blocks of " << blockFrames;
+            }
+        }
+    }
+}
+
+// The mixer's loop does not get on with as little as that.
+TEST_F(BadAudio, ASingleSampleOfCompressedMusicIsSkipped) {
+    for (const int rate : {22050, 44100, 48000}) {
+        Testing::WriteFlacFile(Folder.Path() / "short.flac", {rate, 1}, std::vector{0.5F}, 16);
+        EXPECT_TRUE(IsRefused("short.flac")) << rate;
+    }
+}
+
+TEST_F(BadAudio, CompressedMusicOfNoLengthIsSkipped) {
+    Testing::WriteFlacFile(Folder.Path() / "empty.flac", {}, {}, 4096);
+    EXPECT_TRUE(IsRefused("empty.flac"));
+}
+
 TEST_F(BadAudio, UnusualRatesAndChannelsPlay) {
     for (const WavFormat& format : std::vector<WavFormat>{{8000, 1},
                                                           {11025, 2},
