@@ -5,6 +5,7 @@
 #include "display/LogicalCanvas.h"
 
 #include <SDL3/SDL_error.h>
+#include <SDL3/SDL_events.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_timer.h>
 
@@ -29,17 +30,17 @@ std::optional<Resolution> WindowSize(SDL_Window* window) {
 }
 
 // Window managers resize in their own time; until then the window tells its former size, by which
-// it would be centred wrongly. One sync is not always enough for a window that cannot be resized
-// by hand. The wait is bounded, at about half a second, since a display may refuse the size.
+// it would be centred wrongly. The wait is bounded, since a display may refuse the size. The pauses
+// are counted, so that a clock that stands still cannot draw it out.
 void AwaitSize(SDL_Window* window, const Resolution& wanted) {
-    constexpr int Tries = 50;
-    constexpr int PauseMs = 10;
-    for (int i = 0; i < Tries; ++i) {
+    constexpr int PauseMs = 5;
+    constexpr int LongestMs = 100;
+    for (int waited = 0; waited < LongestMs; waited += PauseMs) {
+        SDL_PumpEvents();
         const std::optional<Resolution> size = WindowSize(window);
         if (!size || *size == wanted) {
             return;
         }
-        SDL_SyncWindow(window);
         SDL_Delay(PauseMs);
     }
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <ostream>
@@ -176,6 +177,26 @@ INSTANTIATE_TEST_SUITE_P(Misfits, LogicalCanvasTest,
                                          CanvasCase{AspectMode::Classic4x3, 0, 0, 960}));
 
 TEST(LogicalCanvasHeightTest, IsAlways720) { EXPECT_EQ(LogicalHeight, 720); }
+
+// Lines of the board that lie beside each other are drawn by colour and not in their order, which
+// would show where several of them share a pixel of the window.
+TEST(AspectTest, NoWindowOnOfferShowsTheCanvasAtLessThanTwoFifthsOfItsSize) {
+    double smallest = 1.0;
+    for (const AspectMode mode : {AspectMode::Widescreen, AspectMode::Classic4x3}) {
+        for (std::int32_t width = 1; width <= 2560; ++width) {
+            for (std::int32_t height = 1; height <= 1600; ++height) {
+                if (IsPlayable(width, height) && IsResolutionAllowed(mode, width, height)) {
+                    const double scale =
+                        std::min(static_cast<double>(width) / CanvasWidthFor(mode, width, height),
+                                 static_cast<double>(height) / LogicalHeight);
+                    smallest = std::min(smallest, scale);
+                }
+            }
+        }
+    }
+    EXPECT_GE(smallest, 0.39);
+    EXPECT_LT(smallest, 0.41);
+}
 
 } // namespace
 
