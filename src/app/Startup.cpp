@@ -76,7 +76,7 @@ void CloseWindow(Game& game) {
 void StartLanguage(GameApp& app) {
     const std::string configured = app.Language;
     LoadLocalization(app);
-    if (app.Language != configured) {
+    if (app.Language != configured && !app.OptionsUnread) {
         app.OptionsDirty = true;
     }
 }
@@ -134,10 +134,7 @@ bool StartGame(Game& game) {
 void ShutdownGame(Game& game) {
     GameApp& app = game.App;
     SaveOptionsIfDirty(app);
-    if (app.SaveDirty) {
-        app.SaveDelaySeconds = 0.0F;
-        SaveTick(app, 0.0F);
-    }
+    FinishSaving(app);
     CloseControllers(game.Controllers);
     ShutdownAudio(game.Music, true);
     ReleaseRainCache();

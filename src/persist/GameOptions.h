@@ -12,6 +12,9 @@ namespace Wirefall {
 
 struct GameOptions : InputState, LanguageSetting, DisplayState, AudioSettings {
     bool OptionsDirty = false; ///< Config.ini must be rewritten.
+    /// There is a Config.ini that could not be read. It stays as it is until the player applies
+    /// something.
+    bool OptionsUnread = false;
 
     bool operator==(const GameOptions&) const = default;
 };

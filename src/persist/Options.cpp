@@ -3,6 +3,7 @@
 #include "base/SdlMemory.h"
 #include "base/TextValues.h"
 #include "display/DisplayModes.h"
+#include "storage/LocalFiles.h"
 #include "storage/Storage.h"
 #include "velini/VelINIStream.h"
 
@@ -218,10 +219,28 @@ bool IsWrittenWhole(const std::string& path) {
            !document.GetValue(AudioSection, AudioFlags.back().Key, {}).empty();
 }
 
-// velINI does not tell of writes that fail, so the file is read again.
+std::string LocalContent(const std::string& path) {
+    std::size_t size = 0;
+    const SdlArray<char> content(static_cast<char*>(SDL_LoadFile(path.c_str(), &size)));
+    return content ? std::string(content.get(), size) : std::string();
+}
+
+// Neither velINI nor SDL tells of every write that fails, so the file is read again.
 bool StageOptions(const GameOptions& options, const std::string& path) {
-    return MakeDocument(options).WriteFile(path, false, velINI::TextEncoding::None) &&
-           IsWrittenWhole(path);
+    const velINIStream document = MakeDocument(options);
+    return document.WriteFile(path, false, velINI::TextEncoding::None) &&
+           LocalContent(path) == document.WriteText();
+}
+
+// From the staged file on, the new options survive a loss of power: there is nothing, or their
+// beginning, in the storage then.
+bool StoreOptions(const std::string& path) {
+    ForceToDisk(path);
+    const bool stored = SaveToUserStorage(StorageName, path);
+    if (stored) {
+        ForceToDisk(GetPrefFilePath(StorageName));
+    }
+    return stored;
 }
 
 // A session that was killed while the storage wrote has left the beginning of the staged file
@@ -230,14 +249,31 @@ void FinishInterruptedWrite(const std::string& path) {
     if (!IsWrittenWhole(path)) {
         return;
     }
-    std::size_t size = 0;
-    const SdlArray<char> content(static_cast<char*>(SDL_LoadFile(path.c_str(), &size)));
-    const std::string_view staged(content.get(), content ? size : 0);
-    const std::optional<std::vector<std::uint8_t>> stored = ReadUserFile(StorageName);
+    const std::string staged = LocalContent(path);
+    const std::optional<std::vector<std::uint8_t>> stored = ReadUserFile(StorageName).Content;
     if (!stored || (stored->size() < staged.size() &&
                     std::equal(stored->begin(), stored->end(), staged.begin()))) {
-        SaveToUserStorage(StorageName, path);
+        StoreOptions(path);
     }
+}
+
+// Through the staged file, or out of memory where no such file can be made.
+IniOutcome ReadStoredOptions(const std::string& path, velINIStream& document) {
+    const StoredFile stored = ReadUserFile(StorageName);
+    if (stored.TooLarge) {
+        SDL_Log("Failed to read %s: larger than any settings file", StorageName);
+        return IniOutcome::Refused;
+    }
+    if (!stored.Content || stored.Content->empty()) {
+        return IniOutcome::Unreadable;
+    }
+    const std::span<const std::uint8_t> content = *stored.Content;
+    if (SDL_SaveFile(path.c_str(), content.data(), content.size()) &&
+        std::ranges::equal(LocalContent(path), content, {},
+                           [](char byte) { return static_cast<std::uint8_t>(byte); })) {
+        return ReadIniFile(path, StorageName, document);
+    }
+    return ReadIniContent(content, StorageName, document);
 }
 
 } // namespace
@@ -247,30 +283,32 @@ bool LoadOptions(GameOptions& options) {
     IniOutcome outcome = IniOutcome::Unreadable;
     velINIStream document;
     if (!path.empty()) {
+        const PrefPathLock lock;
+        const TemporaryFile staged(path);
         FinishInterruptedWrite(path);
-        if (CopyUserFileToLocal(StorageName, path)) {
-            outcome = ReadIniFile(path, StorageName, document);
-        }
+        outcome = ReadStoredOptions(path, document);
     }
-    RemoveLocalFile(path);
     if (outcome == IniOutcome::Read) {
         ReadOptions(document, options);
     }
+    options.OptionsUnread = outcome == IniOutcome::Refused;
     return outcome != IniOutcome::Unreadable;
 }
 
 bool SaveOptions(const GameOptions& options) {
-    std::string path;
-    bool written = false;
     try {
-        path = GetPrefFilePath(StagedName);
-        written =
-            !path.empty() && StageOptions(options, path) && SaveToUserStorage(StorageName, path);
+        const std::string path = GetPrefFilePath(StagedName);
+        if (path.empty()) {
+            return false;
+        }
+        const PrefPathLock lock;
+        const TemporaryFile staged(path);
+        FinishInterruptedWrite(path);
+        return StageOptions(options, path) && StoreOptions(path);
     } catch (const std::exception& error) {
         SDL_Log("Failed to write %s: %s", StorageName, error.what());
+        return false;
     }
-    RemoveLocalFile(path);
-    return written;
 }
 
 void SaveOptionsIfDirty(GameOptions& options) {

@@ -4,6 +4,10 @@
 // once at the ends of a level, and again after a second when a write has failed. The new content is
 // first put together in a temporary file, so a full disk is noticed while the old file is
 // untouched.
+//
+// A write that was asked for at once, the first of a session, and one at least every half minute of
+// play are forced out to the disk, and what they wrote is kept a second time. So a loss of power
+// costs half a minute at most.
 
 #include "base/AppScreen.h"
 #include "base/Slices.h"
@@ -22,6 +26,11 @@ struct SaveSchedule {
     float SaveDelaySeconds = 0.0F; ///< Until that write.
     /// The Revision that the last save request covered.
     std::uint64_t LastSavedRevision = 0;
+    /// The next write is forced out to the disk.
+    bool ForceNextSave = true;
+    /// The last write was not.
+    bool LastSaveUnforced = false;
+    std::uint64_t LastForcedTicks = 0; ///< Clock milliseconds of the last one that was.
 
     bool operator==(const SaveSchedule&) const = default;
 };
@@ -34,6 +43,10 @@ void RequestSave(SaveSchedule& saves, float delaySeconds);
 /// failure is logged and tried again after a second.
 void SaveTick(SaveSchedule& saves, float elapsedSeconds);
 
+/// At the end of the program: writes what is pending, and has the last write on the disk, so that
+/// nothing else need be kept.
+void FinishSaving(SaveSchedule& saves);
+
 /// Writes the live run, or that there is none when HasSavedRun is not set. False when that failed;
 /// the old file stays then.
 bool WriteSaveState(const SaveSchedule& saves);
@@ -41,7 +54,8 @@ bool WriteSaveState(const SaveSchedule& saves);
 /// Reads the file at start. True when there was one, whether or not a run came of it; HasSavedRun
 /// tells of the run. With a run the main menu is shown. A file that holds no good run leaves the
 /// live run untouched and stays where it is. Where a write of the last session was cut off in the
-/// middle, what it had put together in the temporary file takes the place of the broken file.
+/// middle, what it had put together in the temporary file takes the place of the broken file; where
+/// a loss of power has left an empty one, what was kept of the last forced write does.
 bool LoadSaveState(SlicesOf<SaveSchedule, RunStatus, Navigation> game);
 
 } // namespace Wirefall

@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "base/SdlMemory.h"
+#include "storage/LocalFiles.h"
 #include "velini/VelINIStream.h"
 
 #include <SDL3/SDL_error.h>
@@ -13,6 +14,7 @@
 #include <exception>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace Wirefall {
 
@@ -25,7 +27,8 @@ constexpr const char* TitleReadName = ".TitleStorageRead.tmp";
 
 constexpr std::uint64_t StorageTimeoutMs = 1999;
 
-constexpr std::uint64_t MaxIniBytes = 262144;
+// velINI takes no shorter file for one.
+constexpr std::size_t ShortestIniFile = 6;
 
 constexpr std::string_view Separators = "/\\";
 
@@ -51,7 +54,7 @@ bool ReplaceStorageFile(SDL_Storage* storage, const std::string& storageName,
                         std::span<const std::uint8_t> content) {
     SDL_PathInfo info = {};
     const bool existed = SDL_GetStoragePathInfo(storage, storageName.c_str(), &info);
-    const std::optional<Bytes> previous = ReadStorageFile(storage, storageName);
+    const std::optional<Bytes> previous = ReadStorageFile(storage, storageName).Content;
     if (WriteStorageFile(storage, storageName, content)) {
         return true;
     }
@@ -69,13 +72,13 @@ IniOutcome ReadTitleIni(const std::string& storageName, velINI::velINIStream& do
     if (stagedPath.empty()) {
         return IniOutcome::Unreadable;
     }
-    IniOutcome outcome = IniOutcome::Unreadable;
+    const PrefPathLock lock; // The temporary file is another program's as well.
+    const TemporaryFile staged(stagedPath);
     const StorageHandle storage(SDL_OpenTitleStorage(nullptr, 0));
-    if (storage && CopyStorageFileToLocal(storage.get(), storageName, stagedPath)) {
-        outcome = ReadIniFile(stagedPath, storageName, document);
+    if (!storage || !CopyStorageFileToLocal(storage.get(), storageName, stagedPath)) {
+        return IniOutcome::Unreadable;
     }
-    RemoveLocalFile(stagedPath);
-    return outcome;
+    return ReadIniFile(stagedPath, storageName, document);
 }
 
 } // namespace
@@ -106,23 +109,26 @@ bool WaitForStorage(SDL_Storage* storage) {
     return true;
 }
 
-std::optional<Bytes> ReadStorageFile(SDL_Storage* storage, const std::string& storageName) {
+StoredFile ReadStorageFile(SDL_Storage* storage, const std::string& storageName) {
     SDL_PathInfo info = {};
     if (!WaitForStorage(storage) || !SDL_GetStoragePathInfo(storage, storageName.c_str(), &info) ||
-        info.type != SDL_PATHTYPE_FILE || info.size > MaxStorageFileBytes) {
-        return std::nullopt;
+        info.type != SDL_PATHTYPE_FILE) {
+        return {};
+    }
+    if (info.size > MaxFileBytes) {
+        return {.Content = std::nullopt, .TooLarge = true};
     }
     Bytes content(info.size);
     if (!content.empty() &&
         !SDL_ReadStorageFile(storage, storageName.c_str(), content.data(), content.size())) {
-        return std::nullopt;
+        return {};
     }
-    return content;
+    return {.Content = std::move(content)};
 }
 
-std::optional<Bytes> ReadUserFile(const std::string& storageName) {
+StoredFile ReadUserFile(const std::string& storageName) {
     const StorageHandle storage = OpenUserStorage();
-    return storage ? ReadStorageFile(storage.get(), storageName) : std::nullopt;
+    return storage ? ReadStorageFile(storage.get(), storageName) : StoredFile{};
 }
 
 bool SaveToUserStorage(const std::string& storageName, const std::string& localPath) {
@@ -145,7 +151,7 @@ bool CopyStorageFileToLocal(SDL_Storage* storage, const std::string& storageName
     if (storageName.empty()) {
         return false;
     }
-    const std::optional<Bytes> content = ReadStorageFile(storage, storageName);
+    const std::optional<Bytes> content = ReadStorageFile(storage, storageName).Content;
     return content && !content->empty() &&
            SDL_SaveFile(localPath.c_str(), content->data(), content->size());
 }
@@ -192,7 +198,7 @@ bool IsSafeRelativePath(const std::string& path) {
 IniOutcome ReadIniFile(const std::string& localPath, const std::string& name,
                        velINI::velINIStream& document) {
     SDL_PathInfo info = {};
-    if (SDL_GetPathInfo(localPath.c_str(), &info) && info.size > MaxIniBytes) {
+    if (SDL_GetPathInfo(localPath.c_str(), &info) && info.size > MaxFileBytes) {
         SDL_Log("Failed to read %s: larger than any settings file", name.c_str());
         return IniOutcome::Refused;
     }
@@ -207,6 +213,20 @@ IniOutcome ReadIniFile(const std::string& localPath, const std::string& name,
         SDL_Log("Failed to read %s: %s", name.c_str(), error.what());
         return IniOutcome::Refused;
     }
+}
+
+IniOutcome ReadIniContent(std::span<const std::uint8_t> content, const std::string& name,
+                          velINI::velINIStream& document) {
+    if (content.size() < ShortestIniFile) {
+        return IniOutcome::Unreadable;
+    }
+    velINI::velINIStream filled = document;
+    if (!filled.ReadText({reinterpret_cast<const char*>(content.data()), content.size()})) {
+        SDL_Log("Failed to read %s: %s", name.c_str(), filled.Diagnostics().back().Message.c_str());
+        return IniOutcome::Refused;
+    }
+    document = std::move(filled);
+    return IniOutcome::Read;
 }
 
 bool LoadIniFromInstall(const std::string& relativePath, velINI::velINIStream& document) {

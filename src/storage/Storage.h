@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,9 +30,9 @@ struct StorageCloser {
 };
 using StorageHandle = std::unique_ptr<SDL_Storage, StorageCloser>;
 
-/// Larger files than this are not read out of a storage, so that no file can eat up the memory. The
-/// game's own are a few dozen kilobytes.
-inline constexpr std::uint64_t MaxStorageFileBytes = std::uint64_t{16} << 20;
+/// Larger files than this are not read, so that no file can eat up the memory. The game's own are a
+/// few dozen kilobytes.
+inline constexpr std::uint64_t MaxFileBytes = std::uint64_t{64} << 20;
 
 /// The full path of `fileName` in the folder that is the game's own on this machine, which is
 /// created when missing. Empty for an empty name, and when there is no such folder.
@@ -43,13 +44,18 @@ StorageHandle OpenUserStorage();
 /// Blocks, for up to two seconds, until the storage can be used. False when it still cannot.
 bool WaitForStorage(SDL_Storage* storage);
 
-/// The content of a file in the storage. Nothing when it cannot be read, is no file or is larger
-/// than MaxStorageFileBytes.
-std::optional<std::vector<std::uint8_t>> ReadStorageFile(SDL_Storage* storage,
-                                                         const std::string& storageName);
+/// What reading a file out of a storage came to.
+struct StoredFile {
+    /// Nothing when the file cannot be read, is no file or is too large.
+    std::optional<std::vector<std::uint8_t>> Content;
+    /// There is a file, of more than MaxFileBytes.
+    bool TooLarge = false;
+};
+
+StoredFile ReadStorageFile(SDL_Storage* storage, const std::string& storageName);
 
 /// The same on the user storage.
-std::optional<std::vector<std::uint8_t>> ReadUserFile(const std::string& storageName);
+StoredFile ReadUserFile(const std::string& storageName);
 
 /// Makes the content of the local file the content of a file in the user storage. False when that
 /// failed; the file in the storage is then as it was, or not there if it was not. An empty local
@@ -59,7 +65,7 @@ std::optional<std::vector<std::uint8_t>> ReadUserFile(const std::string& storage
 /// short.
 bool SaveToUserStorage(const std::string& storageName, const std::string& localPath);
 
-/// Copies a file that is not empty out of the storage.
+/// Copies a file that is neither empty nor too large out of the storage.
 bool CopyStorageFileToLocal(SDL_Storage* storage, const std::string& storageName,
                             const std::string& localPath);
 
@@ -84,11 +90,15 @@ enum class IniOutcome {
     Refused,    ///< It cannot be made sense of, which is logged.
 };
 
-/// Adds a local file to the document. Refuses what velINI raises an error for, and files so large
-/// that reading them would be felt; the log then calls the file by `name`. Unless it was read, the
-/// document is as it was.
+/// Adds a local file to the document. Refuses what velINI raises an error for, and files of more
+/// than MaxFileBytes; the log then calls the file by `name`. Unless it was read, the document is as
+/// it was.
 IniOutcome ReadIniFile(const std::string& localPath, const std::string& name,
                        velINI::velINIStream& document);
+
+/// The same with what would stand in the file.
+IniOutcome ReadIniContent(std::span<const std::uint8_t> content, const std::string& name,
+                          velINI::velINIStream& document);
 
 /// Fills the document from a data file of the installation: out of the title storage, or, when it
 /// is not there or broken, from beside the executable. False when neither gave one, and for a path

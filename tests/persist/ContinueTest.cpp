@@ -96,45 +96,64 @@ TEST(Continue, AFreshProcessPlaysOnBitForBit) {
     }
 }
 
-struct Session {
-    std::uint64_t SafeRevision = 0;
-    bool FileIsWhole = false; // Of the file as the killed process left it.
-};
-
-// Lets a process save for that long and kills it.
-Session KilledSession(std::chrono::microseconds lifetime) {
-    std::array<int, 2> pipeEnds{};
-    EXPECT_EQ(pipe(pipeEnds.data()), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        close(pipeEnds[0]);
-        SaveForever(pipeEnds[1]);
+bool StoredFileIsWhole() {
+    std::optional<std::vector<std::uint8_t>> content = ReadUserFile("SaveState.bin").Content;
+    if (!content) {
+        return false;
     }
-    close(pipeEnds[1]);
-    Session session;
-    const auto readReport = [&session, &pipeEnds] {
-        return read(pipeEnds[0], &session.SafeRevision, sizeof(session.SafeRevision)) ==
-               sizeof(session.SafeRevision);
-    };
-    EXPECT_TRUE(readReport()) << "The first save";
-    const timespec pause = {0, std::chrono::nanoseconds(lifetime).count()};
-    nanosleep(&pause, nullptr);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    while (readReport()) {
-    }
-    close(pipeEnds[0]);
-    if (std::optional<std::vector<std::uint8_t>> content = ReadUserFile("SaveState.bin")) {
-        TaggedReader reader;
-        reader.LoadBytes(std::move(*content));
-        session.FileIsWhole = ReadSavedGame(reader).IsWhole();
-    }
-    return session;
+    TaggedReader reader;
+    reader.LoadBytes(std::move(*content));
+    return ReadSavedGame(reader).IsWhole();
 }
 
+/// A process of its own that saves without pause, until it is killed.
+class SavingProcess {
+public:
+    SavingProcess() {
+        EXPECT_EQ(pipe(PipeEnds.data()), 0);
+        Child = fork();
+        if (Child == 0) {
+            close(PipeEnds[0]);
+            SaveForever(PipeEnds[1]);
+        }
+        close(PipeEnds[1]);
+        EXPECT_TRUE(ReadReport()) << "The first save";
+    }
+    SavingProcess(const SavingProcess&) = delete;
+    SavingProcess& operator=(const SavingProcess&) = delete;
+    SavingProcess(SavingProcess&&) = delete;
+    SavingProcess& operator=(SavingProcess&&) = delete;
+    ~SavingProcess() { close(PipeEnds[0]); }
+
+    void Kill() const { kill(Child, SIGKILL); }
+
+    /// The last Revision that it knew to be safe, once it is dead.
+    std::uint64_t SafeRevision() {
+        waitpid(Child, nullptr, 0);
+        while (ReadReport()) {
+        }
+        return Safe;
+    }
+
+private:
+    bool ReadReport() { return read(PipeEnds[0], &Safe, sizeof(Safe)) == sizeof(Safe); }
+
+    std::array<int, 2> PipeEnds{};
+    pid_t Child = 0;
+    std::uint64_t Safe = 0;
+};
+
+// Lets time pass for the processes: it is the moment of the kill that this is about.
+void Pause(std::uint32_t microseconds) {
+    const timespec pause = {
+        0, std::chrono::nanoseconds(std::chrono::microseconds(microseconds)).count()};
+    nanosleep(&pause, nullptr);
+}
+
+constexpr int Kills = 500;
+constexpr std::uint32_t LongestLifeMicroseconds = 4000;
+
 TEST(Continue, AfterEachOf500KillsTheNextStartFindsTheLastSave) {
-    constexpr int Kills = 500;
-    constexpr std::uint32_t LongestLifeMicroseconds = 4000;
     const Testing::UserFolder user;
     MersenneTwister random;
     SeedEngine(random, 500);
@@ -142,14 +161,43 @@ TEST(Continue, AfterEachOf500KillsTheNextStartFindsTheLastSave) {
     int found = 0;
     int torn = 0;
     for (int kill = 0; kill < Kills; ++kill) {
-        const Session session = KilledSession(
-            std::chrono::microseconds(UniformDraw(random, 0, LongestLifeMicroseconds)));
-        torn += session.FileIsWhole ? 0 : 1;
+        SavingProcess process;
+        Pause(UniformDraw(random, 0, LongestLifeMicroseconds));
+        process.Kill();
+        const std::uint64_t safe = process.SafeRevision();
+        torn += StoredFileIsWhole() ? 0 : 1;
         GameApp app;
         EXPECT_TRUE(LoadSaveState(app));
-        if (app.HasSavedRun && GetRevision() >= session.SafeRevision) {
+        if (app.HasSavedRun && GetRevision() >= safe) {
             ++found;
         }
+        ASSERT_EQ(Testing::NamesIn(user.Path()), std::vector<std::string>{"SaveState.bin"});
+        LiveRun().FailureThreshold = 1000000;
+    }
+    EXPECT_EQ(found, Kills);
+    std::cout << "The file itself was torn after " << torn << " of " << Kills << " kills\n";
+}
+
+TEST(Continue, AfterEachOf500KillsOfTwoProgramsOnOneFolderTheNextStartFindsARun) {
+    const Testing::UserFolder user;
+    MersenneTwister random;
+    SeedEngine(random, 501);
+    Testing::StartSampleRun(12, 1, 100);
+    int found = 0;
+    int torn = 0;
+    for (int kill = 0; kill < Kills; ++kill) {
+        SavingProcess first;
+        SavingProcess second;
+        Pause(UniformDraw(random, 0, LongestLifeMicroseconds));
+        first.Kill();
+        Pause(UniformDraw(random, 0, LongestLifeMicroseconds));
+        second.Kill();
+        first.SafeRevision();
+        second.SafeRevision();
+        torn += StoredFileIsWhole() ? 0 : 1;
+        GameApp app;
+        EXPECT_TRUE(LoadSaveState(app));
+        found += app.HasSavedRun ? 1 : 0;
         ASSERT_EQ(Testing::NamesIn(user.Path()), std::vector<std::string>{"SaveState.bin"});
         LiveRun().FailureThreshold = 1000000;
     }

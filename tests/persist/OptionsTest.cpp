@@ -3,6 +3,7 @@
 #include "display/DisplayModes.h"
 #include "display/LogicalCanvas.h"
 #include "game/GameApp.h"
+#include "storage/Storage.h"
 #include "support/CapturedLog.h"
 #include "support/CapturedOutput.h"
 #include "support/UserFolder.h"
@@ -200,13 +201,50 @@ TEST_F(Options, InMalformedWideTextAllKeepTheirValues) {
     EXPECT_EQ(App.MasterVolume, 100);
 }
 
-TEST_F(Options, InAFileOfMegabytesAllKeepTheirValuesAndTheFileStays) {
-    const std::string text = DefaultFile + std::string(2000000, '\n');
-    PutFile(text);
-    const Testing::CapturedLog log;
+TEST_F(Options, InAFileOfMegabytesAreRead) {
+    PutFile("[Options]\r\n" + std::string(1000000, '\n') + "[Audio]\r\nMusicVolume=\"7\"\r\n");
     EXPECT_TRUE(LoadOptions(App));
+    EXPECT_EQ(App.MusicVolume, 7);
+    EXPECT_FALSE(App.OptionsUnread);
+}
+
+TEST_F(Options, InAFileLargerThanAnySettingsAllKeepTheirValuesAndTheFileStays) {
+    PutFile(DefaultFile);
+    std::filesystem::resize_file(User.File("Config.ini"), MaxFileBytes + 1);
+    const Testing::CapturedLog log;
+    App.MusicVolume = 9;
+    EXPECT_TRUE(LoadOptions(App));
+    EXPECT_EQ(App.MusicVolume, 9);
+    EXPECT_TRUE(App.OptionsUnread);
     EXPECT_EQ(log.Messages(), Names{"Failed to read Config.ini: larger than any settings file"});
-    EXPECT_EQ(File(), text);
+    EXPECT_EQ(std::filesystem::file_size(User.File("Config.ini")), MaxFileBytes + 1);
+}
+
+TEST_F(Options, AreReadOutOfMemoryWhereTheDiskIsFull) {
+    PutFile("[Audio]\r\nMusicVolume=\"7\"\r\n[Graphics]\r\nVSync=\"0\"\r\n");
+    {
+        const Testing::FullDisk disk(0);
+        EXPECT_TRUE(LoadOptions(App));
+    }
+    EXPECT_EQ(App.MusicVolume, 7);
+    EXPECT_FALSE(App.VSync);
+    EXPECT_EQ(NamesIn(User.Path()), Names{"Config.ini"});
+}
+
+TEST_F(Options, ThatCannotBeMadeSenseOfAreNoneOnAFullDiskEither) {
+    PutFile("[Audio]\nMasterVolume=10\nMusicVolume=\\xD800\\x0041\n");
+    const Testing::CapturedLog log;
+    const Testing::FullDisk disk(0);
+    EXPECT_TRUE(LoadOptions(App)) << "This is no first start";
+    EXPECT_EQ(App.MasterVolume, 100);
+    EXPECT_TRUE(App.OptionsUnread);
+    EXPECT_EQ(log.Messages().size(), 1U);
+}
+
+TEST_F(Options, OfALanguageThatIsHalfASurrogatePairAreSaved) {
+    App.Language = "\xed\xa0\xbd";
+    EXPECT_TRUE(SaveOptions(App));
+    EXPECT_NE(File().find("\\xd83d"), std::string::npos) << File().substr(0, 80);
 }
 
 TEST_F(Options, OfALanguageThatIsNoTextAreNotSaved) {

@@ -4,6 +4,7 @@
 #include "persist/RunConversion.h"
 #include "persist/TaggedTree.h"
 #include "sim/Simulation.h"
+#include "storage/Storage.h"
 #include "support/CapturedLog.h"
 #include "support/CapturedOutput.h"
 #include "support/SampleRuns.h"
@@ -382,6 +383,14 @@ TEST_F(InterruptedSave, StaysStagedAsLongAsItCannotBeStored) {
     std::filesystem::remove(User.File("SaveState.bin"));
     PlaceOther();
     ExpectRecovered();
+}
+
+TEST_F(Saving, OfAFileThatIsTooLargeToReadLeavesItThere) {
+    PutSave(EmptySave);
+    std::filesystem::resize_file(User.File("SaveState.bin"), MaxFileBytes + 1);
+    EXPECT_TRUE(LoadSaveState(App)) << "False would have it replaced";
+    EXPECT_FALSE(App.HasSavedRun);
+    EXPECT_EQ(std::filesystem::file_size(User.File("SaveState.bin")), MaxFileBytes + 1);
 }
 
 } // namespace

@@ -90,23 +90,25 @@ TEST(SaveToUserStorage, AFolderInTheWayStaysAndIsReported) {
 
 TEST(ReadUserFile, GivesTheContent) {
     const UserFolder user;
-    EXPECT_EQ(ReadUserFile("a.bin"), std::nullopt);
+    EXPECT_EQ(ReadUserFile("a.bin").Content, std::nullopt);
     WriteFileText(user.File("a.bin"), "content");
-    EXPECT_EQ(ReadUserFile("a.bin"), BytesOf("content"));
+    EXPECT_EQ(ReadUserFile("a.bin").Content, BytesOf("content"));
     WriteFileText(user.File("a.bin"), "");
-    EXPECT_EQ(ReadUserFile("a.bin"), BytesOf(""));
+    EXPECT_EQ(ReadUserFile("a.bin").Content, BytesOf(""));
     std::filesystem::create_directory(user.File("folder"));
-    EXPECT_EQ(ReadUserFile("folder"), std::nullopt);
+    EXPECT_EQ(ReadUserFile("folder").Content, std::nullopt);
 }
 
 TEST(ReadUserFile, RefusesWhatIsTooLargeToBeOneOfTheGames) {
     const UserFolder user;
     user.Create();
     WriteFileText(user.File("a.bin"), "content");
-    std::filesystem::resize_file(user.File("a.bin"), MaxStorageFileBytes);
-    EXPECT_TRUE(ReadUserFile("a.bin").has_value());
-    std::filesystem::resize_file(user.File("a.bin"), MaxStorageFileBytes + 1);
-    EXPECT_EQ(ReadUserFile("a.bin"), std::nullopt);
+    std::filesystem::resize_file(user.File("a.bin"), MaxFileBytes);
+    EXPECT_TRUE(ReadUserFile("a.bin").Content.has_value());
+    EXPECT_FALSE(ReadUserFile("a.bin").TooLarge);
+    std::filesystem::resize_file(user.File("a.bin"), MaxFileBytes + 1);
+    EXPECT_EQ(ReadUserFile("a.bin").Content, std::nullopt);
+    EXPECT_TRUE(ReadUserFile("a.bin").TooLarge);
     EXPECT_FALSE(CopyUserFileToLocal("a.bin", user.File("copy")));
 }
 
@@ -209,6 +211,7 @@ public:
     ~InstalledFile() { std::filesystem::remove_all(Folder()); }
 
     static std::string Name() { return FolderName() + "/data.ini"; }
+    static std::filesystem::path Path() { return Folder() / "data.ini"; }
 
 private:
     // Tests may run side by side.
@@ -294,9 +297,18 @@ TEST(InstalledIni, WithABrokenEscapeIsRefusedAndLoggedOnce) {
     EXPECT_EQ(NamesIn(user.Path()), Names{});
 }
 
-TEST(InstalledIni, OfManyMegabytesIsRefusedAndLogged) {
+TEST(InstalledIni, OfManyMegabytesIsRead) {
     const UserFolder user;
-    const InstalledFile installed("[Texts]\n" + std::string(300000, '\n'));
+    const InstalledFile installed("[Texts]\n" + std::string(1000000, '\n') + "Hello=1\n");
+    velINI::velINIStream document;
+    EXPECT_TRUE(LoadIniFromInstall(InstalledFile::Name(), document));
+    EXPECT_EQ(document.GetValue("Texts", "Hello", {}), "1");
+}
+
+TEST(InstalledIni, LargerThanAnySettingsIsRefusedAndLogged) {
+    const UserFolder user;
+    const InstalledFile installed("[Texts]\n");
+    std::filesystem::resize_file(InstalledFile::Path(), MaxFileBytes + 1);
     const Testing::CapturedLog log;
     velINI::velINIStream document;
     EXPECT_FALSE(LoadIniFromInstall(InstalledFile::Name(), document));

@@ -3,6 +3,7 @@
 
 #include "words/LanguageFiles.h"
 
+#include "storage/Storage.h"
 #include "support/CapturedLog.h"
 #include "support/CapturedOutput.h"
 #include "support/TestFiles.h"
@@ -127,10 +128,20 @@ INSTANTIATE_TEST_SUITE_P(
                     "File=Localization/De.ini\n",                        // before a section
                     "[Language.de]\nFile=\\xD800\\x0041\n"));            // refused
 
-TEST_F(LanguageFiles, OfManyMegabytesAreRefused) {
-    const std::string tenMegabytes(std::size_t{10} << 20U, '\n');
-    Install("Languages.ini", "[Language.de]\nFile=Localization/De.ini\n" + tenMegabytes);
-    Install("De.ini", "[Common]\nCommon.Back=ZURÜCK\n" + tenMegabytes);
+TEST_F(LanguageFiles, MayBeLargerThanAnyTranslation) {
+    const std::string lines(std::size_t{1} << 19U, '\n');
+    Install("Languages.ini", "[Language.de]\nFile=Localization/De.ini\n" + lines);
+    Install("De.ini", "[Common]\n" + lines + "Common.Back=ZURÜCK\n");
+    EXPECT_EQ(Load("de"), "de");
+    EXPECT_EQ(Log.Messages(), Messages{});
+    EXPECT_EQ(TextOf("Common.Back"), "ZURÜCK");
+}
+
+TEST_F(LanguageFiles, LargerThanAnythingReadAreRefused) {
+    for (const char* const name : {"Languages.ini", "De.ini"}) {
+        Install(name, "[Common]\nCommon.Back=ZURÜCK\n");
+        std::filesystem::resize_file(Folder() / name, MaxFileBytes + 1);
+    }
     EXPECT_EQ(Load("de"), "de");
     EXPECT_EQ(Log.Messages(),
               (Messages{
