@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -56,6 +57,18 @@ public:
 
     int Syncs = 0;
 
+    /// Lets the power fail in this process when it forces something to the disk for that time from
+    /// now, just before it is done. The process ends there.
+    void CutPowerAtSync(int count, MersenneTwister& random) {
+        OnSync = [this, last = Syncs + count, &random](int descriptor) {
+            if (Syncs == last) {
+                CutPower(random);
+                _exit(EXIT_SUCCESS);
+            }
+            Sync(descriptor);
+        };
+    }
+
     /// Puts the folder into a state that it can be in when the power comes back.
     void CutPower(MersenneTwister& random) {
         std::map<std::string, Bytes> found;
@@ -72,6 +85,11 @@ public:
         for (const auto& [name, content] : found) {
             Testing::WriteFileBytes(Folder / name, content);
         }
+        Settle();
+    }
+
+    /// All that there is now is on the disk for good.
+    void Settle() {
         SyncedNames = Names();
         Synced.clear();
         for (const auto& [name, file] : SyncedNames) {
@@ -203,6 +221,32 @@ TEST_F(PowerCut, CostsNothingOfWhatWasSavedAtOnce) {
         SaveTick(App, 0.0F);
         disk.CutPower(random);
         EXPECT_EQ(SecondsLost(), 0U) << cut;
+    }
+}
+
+TEST_F(PowerCut, InTheMiddleOfASaveCostsNoRun) {
+    constexpr int MoreThanASaveNeeds = 8;
+    MersenneTwister random;
+    SeedEngine(random, 33);
+    Disk disk(User.Path());
+    for (int round = 0; round < 10; ++round) {
+        for (int sync = 0; sync < MoreThanASaveNeeds; ++sync) {
+            PlaySecond();
+            PlaySecond();
+            const Simulation before = LiveSimulation();
+            Testing::HoldsInChild([&] {
+                disk.CutPowerAtSync(sync, random);
+                RequestSave(App, 0.0F);
+                SaveTick(App, 0.0F);
+                return true;
+            });
+            disk.Settle();
+            UniformDraw(random, 0, 1); // The child has drawn from a copy.
+            GameApp next;
+            EXPECT_TRUE(LoadSaveState(next));
+            EXPECT_TRUE(next.HasSavedRun) << "round " << round << ", at sync " << sync;
+            LiveSimulation() = before;
+        }
     }
 }
 
