@@ -27,15 +27,17 @@ std::function<void(int descriptor)> OnSync;
 
 } // namespace
 
+// NOLINTBEGIN(readability-identifier-naming): the linker's names
 extern "C" {
-int __real_fsync(int descriptor);  // NOLINT(bugprone-reserved-identifier): the linker's names
-int __wrap_fsync(int descriptor) { // NOLINT(bugprone-reserved-identifier)
+int __real_fsync(int descriptor);
+int __wrap_fsync(int descriptor) {
     if (OnSync) {
         OnSync(descriptor);
     }
     return __real_fsync(descriptor);
 }
 }
+// NOLINTEND(readability-identifier-naming)
 
 namespace Wirefall {
 namespace {
