@@ -135,7 +135,7 @@ std::optional<SavedGame> ReadNewestSave(const std::string& stagedPath) {
     }
     if (!isThere) {
         RemoveLocalFile(keptPath);
-    } else if (!stored || !stored->Complete) {
+    } else if (!stored || (!stored->Complete && !stored->RunIsGood)) {
         if (std::optional<SavedGame> kept = ReadWholeSave(keptPath)) {
             StoreForGood(keptPath);
             stored = std::move(kept);
