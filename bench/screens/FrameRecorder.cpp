@@ -4,7 +4,7 @@
 #include <cstdint>
 
 // The names are the linker's: with --wrap=f a call of f arrives at __wrap_f, and __real_f is f.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 bool __real_SDL_SetRenderDrawColor(SDL_Renderer*, Uint8, Uint8, Uint8, Uint8);
 bool __real_SDL_RenderFillRect(SDL_Renderer*, const SDL_FRect*);
@@ -156,4 +156,4 @@ bool __wrap_SDL_SetRenderClipRect(SDL_Renderer* renderer, const SDL_Rect* rect) 
     return __real_SDL_SetRenderClipRect(renderer, rect);
 }
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTEND(readability-identifier-naming)

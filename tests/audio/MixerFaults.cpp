@@ -60,7 +60,7 @@ using Wirefall::Testing::Call;
 using Wirefall::Testing::Fails;
 
 // The names are the linker's: with --wrap=f a call of f arrives at __wrap_f, and __real_f is f.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 
 bool __real_MIX_Init();
@@ -152,4 +152,4 @@ const char* __wrap_SDL_GetBasePath() {
     return Wirefall::Testing::BasePath ? *Wirefall::Testing::BasePath : __real_SDL_GetBasePath();
 }
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTEND(readability-identifier-naming)
